@@ -1,0 +1,228 @@
+#include "driver/file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+
+namespace zorvik {
+namespace {
+
+constexpr std::size_t kBufferBytes = 64 * 1024;
+
+// Writes all bytes at `offset` (at the stream's end when offset is negative); 0 or errno.
+int write_all(int descriptor, const char* from, std::size_t bytes, std::int64_t offset) {
+  while (bytes > 0) {
+    const ssize_t written =
+        offset < 0 ? ::write(descriptor, from, bytes) : ::pwrite(descriptor, from, bytes, offset);
+    if (written < 0) {
+      if (errno == EINTR) continue;
+      return errno;
+    }
+    from += written;
+    bytes -= static_cast<std::size_t>(written);
+    if (offset >= 0) offset += written;
+  }
+  return 0;
+}
+
+}  // namespace
+
+File::~File() { close(); }
+
+int File::fail(int status) { return io_status_ = status; }
+
+int File::attach(int descriptor) {
+  descriptor_ = descriptor;
+  seekable_ = ::lseek(descriptor, 0, SEEK_CUR) >= 0;
+  line_buffered_ = false;
+  writing_ = false;
+  write_failure_ = 0;
+  position_ = 0;
+  next_ = end_ = 0;
+  if (!buffer_) buffer_ = std::make_unique_for_overwrite<char[]>(kBufferBytes);
+  return 0;
+}
+
+int File::open_old(const std::string& path) {
+  int descriptor = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
+  if (descriptor < 0 && (errno == EACCES || errno == EROFS || errno == EPERM)) {
+    descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  }
+  if (descriptor < 0) return fail(errno);
+  return attach(descriptor);
+}
+
+int File::open_new(const std::string& path) {
+  const int descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+  if (descriptor < 0) return fail(errno);
+  return attach(descriptor);
+}
+
+int File::open_scratch() {
+  int descriptor = ::open(".", O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
+  if (descriptor < 0) {  // a file system without nameless files
+    char name[] = "zrvscrXXXXXX";
+    descriptor = ::mkstemp(name);
+    if (descriptor < 0) return fail(errno);
+    ::unlink(name);
+  }
+  return attach(descriptor);
+}
+
+void File::adopt_descriptor(int descriptor, bool line_buffered) {
+  attach(descriptor);
+  seekable_ = false;  // several processes may write there: always at the end
+  line_buffered_ = line_buffered;
+}
+
+int File::close() {
+  if (descriptor_ < 0) return 0;
+  int status = flush();
+  if (::close(descriptor_) != 0 && status == 0) status = errno;
+  descriptor_ = -1;
+  return status == 0 ? 0 : fail(status);
+}
+
+std::int64_t File::size() {
+  struct stat info;
+  if (::fstat(descriptor_, &info) != 0) {
+    fail(errno);
+    return -1;
+  }
+  const auto pending_end = writing_ ? position_ : 0;
+  return std::max<std::int64_t>(info.st_size, pending_end);
+}
+
+bool File::fill() {
+  next_ = end_ = 0;
+  ssize_t got;
+  do {
+    got = seekable_ ? ::pread(descriptor_, buffer_.get(), kBufferBytes, position_)
+                    : ::read(descriptor_, buffer_.get(), kBufferBytes);
+  } while (got < 0 && errno == EINTR);
+  io_status_ = got < 0 ? errno : 0;
+  if (got <= 0) return false;
+  end_ = static_cast<std::size_t>(got);
+  return true;
+}
+
+ReadStatus File::read(void* to, std::size_t bytes) {
+  if (writing_ && flush() != 0) return ReadStatus::kError;
+  char* target = static_cast<char*>(to);
+  std::size_t missing = bytes;
+  while (missing > 0) {
+    if (next_ == end_ && missing >= kBufferBytes && seekable_) {  // straight to where it is wanted
+      const ssize_t got = ::pread(descriptor_, target, missing, position_);
+      if (got < 0 && errno == EINTR) continue;
+      if (got < 0) {
+        fail(errno);
+        return ReadStatus::kError;
+      }
+      if (got == 0) break;
+      target += got;
+      missing -= static_cast<std::size_t>(got);
+      position_ += got;
+      continue;
+    }
+    if (next_ == end_ && !fill()) {
+      if (io_status_ != 0) return ReadStatus::kError;
+      break;
+    }
+    const std::size_t taken = std::min(missing, end_ - next_);
+    std::memcpy(target, buffer_.get() + next_, taken);
+    target += taken;
+    next_ += taken;
+    missing -= taken;
+    position_ += static_cast<std::int64_t>(taken);
+  }
+  if (missing == 0) return ReadStatus::kOk;
+  return missing == bytes ? ReadStatus::kEnd : ReadStatus::kCut;
+}
+
+ReadStatus File::read_line(char* to, int capacity, int& length) {
+  length = 0;
+  if (writing_ && flush() != 0) return ReadStatus::kError;
+  bool any = false;
+  for (;;) {
+    if (next_ == end_ && !fill()) {
+      if (io_status_ != 0) return ReadStatus::kError;
+      return any ? ReadStatus::kOk : ReadStatus::kEnd;
+    }
+    any = true;
+    const char* const from = buffer_.get() + next_;
+    const auto* const stop = static_cast<const char*>(std::memchr(from, '\n', end_ - next_));
+    const std::size_t part = stop ? static_cast<std::size_t>(stop - from) : end_ - next_;
+    const std::size_t kept = std::min(part, static_cast<std::size_t>(capacity - length));
+    std::memcpy(to + length, from, kept);
+    length += static_cast<int>(kept);
+    const std::size_t taken = part + (stop ? 1 : 0);
+    next_ += taken;
+    position_ += static_cast<std::int64_t>(taken);
+    if (stop) return ReadStatus::kOk;
+  }
+}
+
+int File::write(const void* from, std::size_t bytes) {
+  if (write_failure_ != 0) return write_failure_;
+  if (!writing_) {
+    writing_ = true;
+    next_ = end_ = 0;
+  }
+  const char* source = static_cast<const char*>(from);
+  while (bytes > 0) {
+    if (end_ == kBufferBytes && flush() != 0) return write_failure_;
+    writing_ = true;
+    const std::size_t taken = std::min(bytes, kBufferBytes - end_);
+    std::memcpy(buffer_.get() + end_, source, taken);
+    end_ += taken;
+    source += taken;
+    bytes -= taken;
+    position_ += static_cast<std::int64_t>(taken);
+  }
+  return 0;
+}
+
+int File::write_line(std::string_view prefix, std::string_view text) {
+  write(prefix.data(), prefix.size());
+  write(text.data(), text.size());
+  const int status = write("\n", 1);
+  return status == 0 && line_buffered_ ? flush() : status;
+}
+
+int File::flush() {
+  if (!writing_) return write_failure_;
+  writing_ = false;
+  const std::size_t pending = end_;
+  next_ = end_ = 0;
+  if (write_failure_ != 0) return fail(write_failure_);
+  const auto start = position_ - static_cast<std::int64_t>(pending);
+  write_failure_ = write_all(descriptor_, buffer_.get(), pending, seekable_ ? start : -1);
+  return write_failure_ == 0 ? 0 : fail(write_failure_);
+}
+
+int File::seek(std::int64_t position) {
+  if (const int status = flush(); status != 0) return status;
+  if (!seekable_) return fail(ESPIPE);
+  // Stay inside the bytes already read when possible.
+  const std::int64_t buffer_start = position_ - static_cast<std::int64_t>(next_);
+  if (position >= buffer_start && position <= buffer_start + static_cast<std::int64_t>(end_)) {
+    next_ = static_cast<std::size_t>(position - buffer_start);
+  } else {
+    next_ = end_ = 0;
+  }
+  position_ = position;
+  return 0;
+}
+
+int File::truncate_here() {
+  if (const int status = flush(); status != 0) return status;
+  next_ = end_ = 0;
+  return ::ftruncate(descriptor_, position_) == 0 ? 0 : fail(errno);
+}
+
+}  // namespace zorvik

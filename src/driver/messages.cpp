@@ -1,0 +1,91 @@
+#include "driver/messages.h"
+
+#include <string>
+
+#include "driver/run_end.h"
+#include "driver/source_line.h"
+#include "driver/text.h"
+#include "driver/units.h"
+
+namespace zorvik {
+
+int error_count = 0;
+int listing_unit = kConsole;
+
+namespace {
+
+// The console's own failures show in the exit status only: there is nowhere else to write.
+int write_record(int unit, std::string_view text, int io_status) {
+  File& file = file_on(unit);
+  int failure = file.write_line(" ", text);
+  if (io_status != kNoIoStatus && failure == 0) {
+    failure = file.write_line(" ", message("Fortran iostat = ", io_status));
+  }
+  return failure;
+}
+
+void write_to_file(int unit, std::string_view text, int io_status) {
+  const int failure = write_record(unit, text, io_status);
+  if (failure == 0) return;
+  write_record(kConsole, "%fat- Write error. File <zrvlis>", failure);
+  end_run(RunEnd::kFailed);
+}
+
+}  // namespace
+
+void set_listing_unit(int unit) { listing_unit = unit; }
+
+void issue_message(int unit, std::string_view text, int io_status, Stop stop, int line) {
+  if (text.empty()) return;
+  std::string with_line;
+  if (line > kNoLine) {
+    with_line = message(text, " Line ", line);
+    text = with_line;
+  }
+  if (unit <= kConsole) write_record(kConsole, text, io_status);
+  if (unit != kConsole) write_to_file(unit < 0 ? -unit : unit, text, io_status);
+  if (stop == Stop::kNone) return;
+  if (stop == Stop::kWithNotice) notify_errors();
+  end_run(RunEnd::kFailed);
+}
+
+void stop_run(int unit, std::string_view text, int io_status, Stop stop, int line) {
+  issue_message(unit, text, io_status, stop, line);
+  end_run(RunEnd::kFailed);
+}
+
+void stop_with_listing(std::string_view text, int line, int io_status) {
+  stop_run(listing_unit, text, io_status, Stop::kWithNotice, line);
+}
+
+void stop_on_inconsistency(std::string_view text) {
+  stop_run(kConsole, text, kNoIoStatus, Stop::kAtOnce);
+}
+
+void issue_pointed_message(int unit, std::string_view text, int column) {
+  if (text.empty()) return;
+  std::string pointer = "%_____";
+  for (int k = 1; k < column; ++k) {
+    pointer.push_back(source_line.text[k - 1] == '\t' ? '\t' : '_');
+  }
+  pointer.push_back('^');
+  issue_message(unit, pointer);
+  issue_message(unit, text);
+}
+
+void notify_errors() { issue_message(kConsole, "Errors detected. See listing"); }
+
+void write_blank_line(int unit) {
+  if (unit == kConsole) {
+    write_record(unit, "", kNoIoStatus);
+  } else {
+    write_to_file(unit, "", kNoIoStatus);
+  }
+}
+
+void reset_messages() {
+  error_count = 0;
+  listing_unit = kConsole;
+}
+
+}  // namespace zorvik

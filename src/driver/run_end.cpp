@@ -1,0 +1,42 @@
+#include "driver/run_end.h"
+
+#include <cstdlib>
+
+#include "driver/messages.h"
+#include "driver/text.h"
+#include "driver/units.h"
+
+namespace zorvik {
+namespace {
+
+// Reports a failed close of `unit`. The listing can no longer carry its own failure.
+void report_failed_close(int unit, int status) {
+  const int destination =
+      unit == kListingUnit || listing_unit == kConsole ? kConsole : -listing_unit;
+  issue_message(destination, message("%fat- Write error. ", write_error_subject(unit)), status);
+}
+
+}  // namespace
+
+void end_run(RunEnd end) {
+  static bool ending = false;
+  bool good = end == RunEnd::kNormal && error_count == 0;
+  if (ending) std::_Exit(EXIT_FAILURE);  // the console broke while the end was being reported
+  ending = true;
+
+  for (int unit = kUnitCount - 1; unit > kConsole; --unit) {
+    if (unit == kListingUnit) continue;
+    if (const int status = file_on(unit).close(); status != 0) {
+      good = false;
+      report_failed_close(unit, status);
+    }
+  }
+  if (const int status = file_on(kListingUnit).close(); status != 0) {
+    good = false;
+    report_failed_close(kListingUnit, status);
+  }
+  if (file_on(kConsole).flush() != 0) good = false;
+  std::exit(good ? EXIT_SUCCESS : EXIT_FAILURE);
+}
+
+}  // namespace zorvik

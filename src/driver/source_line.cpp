@@ -1,0 +1,102 @@
+#include "driver/source_line.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "driver/messages.h"
+#include "driver/text.h"
+#include "driver/units.h"
+
+namespace zorvik {
+
+SourceLine source_line;
+
+namespace {
+
+void list_line() {
+  char number[8];
+  int rest = source_line.number;
+  for (int k = 5; k >= 1; --k, rest /= 10) number[k] = static_cast<char>('0' + rest % 10);
+  number[0] = ' ';
+  number[6] = ' ';
+  const std::string_view text(source_line.text, static_cast<std::size_t>(source_line.length));
+  const int status = file_on(source_line.list_to).write_line({number, 7}, text);
+  if (status != 0) {
+    stop_run(kConsole, "%fat- Write error. File <zrvlis>", status, Stop::kAtOnce);
+  }
+}
+
+// Reads a record into the line; kOk, kEnd or kError.
+ReadStatus read_record(int unit) {
+  int length = 0;
+  const ReadStatus status = file_on(unit).read_line(source_line.text, source_line.width, length);
+  if (status != ReadStatus::kOk) return status;
+  std::memset(source_line.text + length, ' ', static_cast<std::size_t>(kLineCapacity - length));
+  const std::string_view all(source_line.text, static_cast<std::size_t>(length));
+  source_line.length = static_cast<int>(trim_right(all).size());
+  ++source_line.number;
+  return status;
+}
+
+}  // namespace
+
+void reset_source_line() {
+  std::memset(source_line.text, ' ', sizeof source_line.text);
+  source_line.length = 0;
+  source_line.position = 1;
+  source_line.wants_line = true;
+  source_line.number = 0;
+  source_line.list_to = 0;
+  source_line.width = kProgramColumns;
+}
+
+void set_source_text(std::string_view text) {
+  copy_padded(source_line.text, kLineCapacity, text);
+  source_line.length = static_cast<int>(std::min<std::size_t>(text.size(), kLineCapacity));
+  source_line.position = 1;
+  source_line.wants_line = false;
+}
+
+int read_source_line(int unit) {
+  if (unit == 0) return kEndOfText;
+  const ReadStatus status = read_record(unit);
+  if (status == ReadStatus::kEnd) return kEndOfText;
+  if (status == ReadStatus::kError) {
+    stop_run(kConsole, "%fat- Read error. File <zrvdat>", file_on(unit).io_status(), Stop::kAtOnce);
+  }
+  if (source_line.list_to == 0) return source_line.length;
+  if (source_line.number > kMaxSourceLines) {
+    stop_run(kConsole, "%fat- Input file has more then 99999 lines", kNoIoStatus, Stop::kAtOnce);
+  }
+  list_line();
+  return source_line.length;
+}
+
+void u16pxy(int unit, int line, int column) {
+  const int list_to = source_line.list_to;
+  return_to(unit, line, column);
+  source_line.list_to = list_to;
+  if (list_to != 0) list_line();
+}
+
+void return_to(int unit, int line, int column) {
+  File& file = file_on(unit);
+  if (source_line.number > line || source_line.number == 0) {
+    if (const int status = file.rewind(); status != 0) {
+      stop_with_listing("%fat- I/O error. File <zrvdat>", kNoLine, status);
+    }
+    source_line.number = 0;
+  }
+  while (source_line.number < line) {
+    const ReadStatus status = read_record(unit);
+    if (status == ReadStatus::kError) {
+      stop_with_listing("%fat- I/O error. File <zrvdat>", kNoLine, file.io_status());
+    }
+    if (status == ReadStatus::kEnd) {
+      stop_on_inconsistency("%dbg- Premature End_of_File. u16pxy");
+    }
+  }
+  go_back_to(column);
+}
+
+}  // namespace zorvik

@@ -1,0 +1,94 @@
+#include "driver/units.h"
+
+#include <unistd.h>
+
+#include <array>
+#include <cstdlib>
+
+#include "driver/messages.h"
+#include "driver/text.h"
+
+namespace zorvik {
+namespace {
+
+enum class Opening { kOld, kNew, kAsAsked, kScratch };
+
+struct FileCode {
+  std::string_view code;
+  std::string_view name;  // empty: the caller's name
+  Opening opening;
+};
+
+constexpr FileCode kFileCodes[] = {
+    {"DAT", "zrvdat", Opening::kOld},     {"LIS", "zrvlis", Opening::kNew},
+    {"SC1", "", Opening::kScratch},       {"RES", "vnxres", Opening::kOld},
+    {"REC", "", Opening::kOld},           {"REN", "vnxres", Opening::kNew},
+    {"REW", "", Opening::kNew},           {"SAV", "vnxsav", Opening::kOld},
+    {"SAN", "vnxsav", Opening::kNew},     {"TXS", "savtxt", Opening::kAsAsked},
+    {"TXR", "restxt", Opening::kAsAsked},
+};
+
+std::array<File, kUnitCount> files;
+std::array<std::string, kUnitCount> write_error_subjects;
+
+int open_as(File& file, const std::string& name, Opening opening, TextFile text_file) {
+  switch (opening) {
+    case Opening::kOld:
+      return file.open_old(name);
+    case Opening::kNew:
+      return file.open_new(name);
+    case Opening::kScratch:
+      return file.open_scratch();
+    case Opening::kAsAsked:
+      return text_file == TextFile::kNew ? file.open_new(name) : file.open_old(name);
+  }
+  std::abort();
+}
+
+}  // namespace
+
+File& file_on(int unit) {
+  File& file = files[static_cast<std::size_t>(unit)];
+  if (unit == kConsole && !file.is_open()) {
+    file.adopt_descriptor(STDOUT_FILENO, ::isatty(STDOUT_FILENO) != 0);
+  }
+  return file;
+}
+
+void open_file(int unit, std::string_view code, std::string_view name, TextFile text_file) {
+  std::string file_name(name);
+  Opening opening = Opening::kNew;
+  bool known = false;
+  for (const FileCode& row : kFileCodes) {
+    if (row.code != code) continue;
+    known = true;
+    opening = row.opening;
+    if (!row.name.empty()) file_name = row.name;
+  }
+  if (!known) to_lower_case(file_name.data(), file_name.size());
+  if (opening == Opening::kScratch) unit = kScratchUnit;
+
+  File& file = file_on(unit);
+  if (const int status = open_as(file, file_name, opening, text_file); status != 0) {
+    stop_run(kConsole,
+             opening == Opening::kScratch ? std::string("%fat- Open error. Scratch file")
+                                          : message("%fat- Open error. File ", file_name),
+             status, Stop::kAtOnce);
+  }
+  write_error_subjects[static_cast<std::size_t>(unit)] = message("File <", file_name, ">");
+  if (code == "LIS") set_listing_unit(unit);
+}
+
+void set_write_error_subject(int unit, std::string subject) {
+  write_error_subjects[static_cast<std::size_t>(unit)] = std::move(subject);
+}
+
+const std::string& write_error_subject(int unit) {
+  return write_error_subjects[static_cast<std::size_t>(unit)];
+}
+
+void reset_units() {
+  for (int unit = 1; unit < kUnitCount; ++unit) file_on(unit).close();
+}
+
+}  // namespace zorvik

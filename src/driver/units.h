@@ -1,0 +1,61 @@
+// Units: the files of a run by number, and open_file, through which each of them is opened.
+//
+// Unit 0 is the console. The files' names are fixed; all lie in the current directory.
+//   code  file       form    must   opened for
+//   DAT   zrvdat     text    exist  the program text
+//   LIS   zrvlis     text    be new the listing
+//   SC1   (no name)  binary  -      scratch file, gone when closed
+//   RES   vnxres     binary  exist  results file
+//   REN   vnxres     binary  be new results file written by a service command
+//   REC   caller's   binary  exist  joining of results files
+//   REW   caller's   binary  be new joining of results files
+//   SAV   vnxsav     binary  exist  save file
+//   SAN   vnxsav     binary  be new save file written by a service command
+//   TXS   savtxt     text    either text form of saving
+//   TXR   restxt     text    either text form of results
+//   other caller's name in lower case, text, must be new: the files of OUTPUTs
+// The property tables file nwsp_dat is opened by its own reader (wsp/property_file.h).
+#ifndef ZORVIK_DRIVER_UNITS_H_
+#define ZORVIK_DRIVER_UNITS_H_
+
+#include <string>
+#include <string_view>
+
+#include "driver/file.h"
+
+namespace zorvik {
+
+constexpr int kConsole = 0;
+constexpr int kProgramUnit = 1;
+constexpr int kListingUnit = 2;
+constexpr int kPropertyUnit = 4;
+constexpr int kResultsUnit = 5;
+constexpr int kSaveUnit = 6;
+constexpr int kTextUnit = 7;
+constexpr int kSecondResultsUnit = 8;  // joining: the earlier file
+constexpr int kThirdResultsUnit = 9;   // joining: the later file
+constexpr int kScratchUnit = 32;
+constexpr int kFirstOutputUnit = 100;  // + the unit number in an OUTPUT's header
+constexpr int kUnitCount = 300;
+
+enum class TextFile { kOld, kNew };  // for TXS and TXR: must the file exist, or is it created?
+
+// The file of a unit, open or not.
+File& file_on(int unit);
+
+// Opens the file of `code` on `unit` (SC1 always uses kScratchUnit). Returns only on success: a
+// failure writes "%fat- Open error. File " and the name with the I/O status on the console and ends
+// the run. From a successful LIS on, messages go to the listing.
+void open_file(int unit, std::string_view code, std::string_view name = {},
+               TextFile text_file = TextFile::kOld);
+
+// What a failed final flush of the unit is reported with: "%fat- Write error. " and this text.
+void set_write_error_subject(int unit, std::string subject);
+const std::string& write_error_subject(int unit);
+
+// Closes every unit without a word (tests use several runs in one process).
+void reset_units();
+
+}  // namespace zorvik
+
+#endif  // ZORVIK_DRIVER_UNITS_H_

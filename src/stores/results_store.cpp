@@ -1,0 +1,19 @@
+#include "stores/results_store.h"
+
+#include "driver/language_tables.h"
+
+namespace zorvik {
+
+ResultsStore results_store;
+
+void reset_results_store() {
+  for (int key = 1; key < kFirstFreeDescriptor; ++key) {
+    results_store.value[key] = kUndefined;
+    results_store.descriptor[key] = {key, 1, 1};
+  }
+  results_store.value[kRandomStatePosition] = 0.0;
+  results_store.next_value = kFirstFreeValue;
+  results_store.next_descriptor = kFirstFreeDescriptor;
+}
+
+}  // namespace zorvik

@@ -1,0 +1,92 @@
+#include "driver/number_format.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <string>
+
+namespace zorvik {
+namespace {
+
+std::string text(std::string_view view) { return std::string(view); }
+
+TEST(NumberFormat, RealsHaveTenSignificantDigits) {
+  reset_number_format();
+  const struct {
+    double value;
+    const char* expected;
+  } kCases[] = {
+      {12345.678, "1.234567800E+04"},
+      {0.0, "0.000000000E+00"},
+      {-0.0, "-0.000000000E+00"},
+      {1e100, "1.000000000+100"},
+      {-1e-100, "-1.000000000-100"},
+      {9.9999999999, "1.000000000E+01"},
+      {0.5e-9, "5.000000000E-10"},
+      {1.5e300, "1.500000000+300"},
+      {NAN, "NaN"},
+      {INFINITY, "Infinity"},
+      {-INFINITY, "-Infinity"},
+      {8.9e307, "8.900000000+307"},
+  };
+  for (const auto& c : kCases) EXPECT_EQ(text(format_real(c.value)), c.expected) << c.value;
+}
+
+TEST(NumberFormat, IntegersKeepTheirDigitsUpToElevenCharacters) {
+  const struct {
+    double value;
+    const char* expected;
+  } kCases[] = {
+      {0, "0"},
+      {-0.0, "0"},
+      {2147483648.0, "2147483648"},
+      {99999999999.0, "99999999999"},
+      {100000000000.0, "***********"},
+      {-9999999999.0, "-9999999999"},
+      {-10000000000.0, "***********"},
+      {NAN, "***********"},
+      {INFINITY, "***********"},
+  };
+  for (const auto& c : kCases) EXPECT_EQ(text(format_integer(c.value)), c.expected) << c.value;
+}
+
+TEST(NumberFormat, FormatKeyNarrowsBetweenFourAndNineDigits) {
+  reset_number_format();
+  const struct {
+    double key;
+    const char* expected;
+  } kSteps[] = {
+      {5, "1.2346E+03"},     {10, "1.2346E+03"},      {2, "1.2346E+03"},
+      {4, "1.235E+03"},      {8.5, "1.23456780E+03"},  // 9 digits: halves round away from zero
+      {3, "1.23456780E+03"},
+  };
+  for (const auto& step : kSteps) {
+    adopt_format_key(step.key);
+    EXPECT_EQ(text(format_real(1234.5678)), step.expected) << step.key;
+  }
+  reset_number_format();
+}
+
+TEST(NumberFormat, FieldsAreRightJustifiedAndOverflowToAsterisks) {
+  EXPECT_EQ(text(format_percentage(0.52)), "  0.52");
+  EXPECT_EQ(text(format_percentage(100.0)), "100.00");
+  EXPECT_EQ(text(format_percentage(0.075)), "  0.07");  // the double lies just below
+  EXPECT_EQ(text(format_scientific(615.2, 14, 7)), " 6.1520000E+02");
+  EXPECT_EQ(text(format_scientific(-1.5, 14, 7)), "-1.5000000E+00");
+  EXPECT_EQ(text(format_scientific(-1e-300, 14, 7)), "-1.0000000-300");
+  EXPECT_EQ(text(format_fixed(507.848, 7, 2)), " 507.85");
+  EXPECT_EQ(text(format_fixed(123456.0, 7, 2)), "*******");
+}
+
+TEST(NumberFormat, HalvesRoundAwayFromZero) {
+  EXPECT_EQ(round_half_away(2.5), 3.0);
+  EXPECT_EQ(round_half_away(-2.5), -3.0);
+  EXPECT_EQ(round_half_away(-0.4), 0.0);
+  EXPECT_EQ(round_half_away(4503599627370497.0), 4503599627370497.0);
+  EXPECT_TRUE(std::isnan(round_half_away(NAN)));
+  EXPECT_EQ(round_half_away(INFINITY), INFINITY);
+}
+
+}  // namespace
+}  // namespace zorvik
