@@ -15,7 +15,7 @@ namespace zorvik::runner {
 namespace {
 
 struct Section {
-  int line;
+  std::string where;  // in which file, on which line
   std::vector<std::string> heading;
   std::vector<std::string> lines;
 
@@ -26,13 +26,6 @@ struct Section {
   std::cout << where << ": " << why << '\n';
   std::exit(2);
 }
-
-struct Reader {
-  std::string path, repository;
-  [[noreturn]] void reject_at(const Section& section, const std::string& why) const {
-    reject(path + ':' + std::to_string(section.line), why);
-  }
-};
 
 // Replaces each {i}, {i+K}, {i-K}, with ":W" for W digits at least.
 std::string with_counter(std::string text, int i) {
@@ -73,64 +66,65 @@ std::string text_of(const Section& section) {
   return text;
 }
 
-std::string bytes_of(const Reader& reader, const Section& section) {
+std::string bytes_of(const Section& section) {
   std::string bytes;
   const std::string error = support::append_binary_text(section.lines, bytes);
-  if (!error.empty()) reader.reject_at(section, error);
+  if (!error.empty()) reject(section.where, error);
   return bytes;
 }
 
-std::string content_as(const Reader& reader, const Section& section, const std::string& name,
-                       const std::string& form) {
+std::string content_as(const Section& section, const std::string& name, const std::string& form) {
   if (form == "text" || form.empty()) return text_of(section);
-  if (form == "binary") return bytes_of(reader, section);
+  if (form == "binary") return bytes_of(section);
   for (const auto& file : support::sample_files()) {
     if (form == "sample" && file.name == name) return file.bytes();
   }
-  reader.reject_at(section, "neither text nor binary nor a file of the sample plant");
+  reject(section.where, "neither text nor binary nor a file of the sample plant");
 }
 
-void add_expectation(const Reader& reader, const Section& section, Case& c, std::size_t name_at) {
+void add_expectation(const Section& section, Case& c, std::size_t name_at) {
   static const std::map<std::string, Match> matches = {{"contains", Match::kContains},
                                                        {"lacks", Match::kLacks},
-                                                       {"begins", Match::kBegins},
                                                        {"any", Match::kAny},
                                                        {"absent", Match::kAbsent}};
   const std::string name = section.word(name_at);
   const std::string how = section.word(0) == "absent" ? "absent" : section.word(name_at + 1);
   if (const auto found = matches.find(how); found != matches.end()) {
+    if ((how == "contains" || how == "lacks") == section.lines.empty()) {
+      reject(section.where, "lines where none belong, or none where some do");
+    }
     c.expectations.push_back({name, found->second, false, text_of(section)});
   } else {
-    const bool binary = how == "binary" || how == "sample";
-    c.expectations.push_back({name, Match::kWhole, binary, content_as(reader, section, name, how)});
+    c.expectations.push_back(
+        {name, Match::kWhole, how == "binary", content_as(section, name, how)});
   }
 }
 
-void add_section(const Reader& reader, const Section& section, Case& c) {
+void add_section(const Section& section, Case& c, const std::string& repository) {
   const std::string kind = section.word(0), name = section.word(1);
   if (kind == "zrvdat") {
     c.inputs[kind] = text_of(section);
   } else if (kind == "program") {
-    c.inputs["zrvdat"] = content_of(reader.repository + '/' + name);
+    c.inputs["zrvdat"] = content_of(repository + '/' + name);
   } else if (kind == "vnxres" || kind == "vnxsav" || kind == "nwsp_dat") {
-    c.inputs[kind] = bytes_of(reader, section);
+    c.inputs[kind] = bytes_of(section);
   } else if (kind == "input") {
-    c.inputs[name] = content_as(reader, section, name, section.word(2));
+    c.inputs[name] = content_as(section, name, section.word(2));
   } else if (kind == "console" || kind == "zrvlis") {
-    add_expectation(reader, section, c, 0);
+    add_expectation(section, c, 0);
   } else if (kind == "file" || kind == "absent") {
-    add_expectation(reader, section, c, 1);
+    add_expectation(section, c, 1);
   } else if (kind == "status") {
     c.status = std::atoi(name.c_str());
   } else if (kind == "sweep") {
-    if (!c.inputs.contains(name)) reader.reject_at(section, "sweep of what is no input");
-    const int integers = std::atoi(section.word(3).c_str());
-    if (c.inputs[name].size() / 4 < static_cast<std::size_t>(integers)) {
-      reader.reject_at(section, "fewer integers than the sweep names");
+    if (!c.inputs.contains(name)) reject(section.where, "sweep of what is no input");
+    const std::size_t integers = std::strtoul(section.word(3).c_str(), nullptr, 10);
+    if (c.inputs[name].size() / 4 < integers) {
+      reject(section.where, "fewer integers than the sweep names");
     }
     c.sweeps.push_back({name, integers});
   } else {
-    reader.reject_at(section, "unknown section: " + kind);
+    reject(section.where, "unknown section: " + kind);
   }
 }
 
@@ -139,11 +133,11 @@ std::vector<std::string> words_of(const std::string& text) {
   return {std::istream_iterator<std::string>(in), {}};
 }
 
-void close_section(const Reader& reader, Section& section, std::vector<Case>& cases) {
+void close_section(Section& section, std::vector<Case>& cases, const std::string& repository) {
   if (section.heading.empty()) return;
   while (!section.lines.empty() && section.lines.back().empty()) section.lines.pop_back();
-  if (cases.empty()) reader.reject_at(section, "a section before the first case");
-  add_section(reader, section, cases.back());
+  if (cases.empty()) reject(section.where, "a section before the first case");
+  add_section(section, cases.back(), repository);
   section = {};
 }
 
@@ -156,7 +150,6 @@ std::string content_of(const std::string& path) {
 }
 
 std::vector<Case> read_case_file(const std::string& path, const std::string& repository) {
-  const Reader reader{path, repository};
   std::istringstream in(content_of(path));
   std::vector<Case> cases;
   Section section{};
@@ -164,16 +157,16 @@ std::vector<Case> read_case_file(const std::string& path, const std::string& rep
   for (std::string line; std::getline(in, line);) {
     ++line_number;
     if (line.starts_with("=== ")) {
-      close_section(reader, section, cases);
+      close_section(section, cases, repository);
       cases.push_back({line.substr(4), line_number, {}, {}, {}, 0});
     } else if (line.starts_with("--- ")) {
-      close_section(reader, section, cases);
-      section = {line_number, words_of(line.substr(4)), {}};
+      close_section(section, cases, repository);
+      section = {path + ':' + std::to_string(line_number), words_of(line.substr(4)), {}};
     } else if (!section.heading.empty()) {
       append_expanded(section.lines, line);
     }
   }
-  close_section(reader, section, cases);
+  close_section(section, cases, repository);
   if (cases.empty()) reject(path, "holds no case");
   return cases;
 }

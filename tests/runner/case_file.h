@@ -8,8 +8,8 @@
 //                                  file of that name of the sample plant)
 //   --- console                    what the console must hold; without it, nothing. `console any`
 //   --- zrvlis                     the whole listing; so too: file NAME
-//   --- zrvlis contains            these lines, one after the other, somewhere; or: lacks, begins
-//   --- file NAME binary           the bytes, as commented binary text; or: sample, any
+//   --- zrvlis contains            these lines, one after the other, somewhere; or: lacks
+//   --- file NAME binary           the bytes, as commented binary text; or: any
 //   --- absent NAME                a file that must not exist
 //   --- status 1                   the exit status; without it, 0
 //   --- sweep NAME                 besides, every shorter NAME must give a defined end
@@ -28,7 +28,7 @@
 
 namespace zorvik::runner {
 
-enum class Match { kWhole, kContains, kLacks, kBegins, kAny, kAbsent };
+enum class Match { kWhole, kContains, kLacks, kAny, kAbsent };
 
 struct Expectation {
   std::string name;  // of a file, or "console"
@@ -39,7 +39,7 @@ struct Expectation {
 
 struct Sweep {
   std::string name;
-  int integers;  // replaced in turn; 0: the file is cut instead
+  std::size_t integers;  // replaced in turn; 0: the file is cut instead
 };
 
 struct Case {

@@ -11,7 +11,8 @@ namespace {
 
 using Lines = std::vector<std::string>;
 constexpr std::size_t kContext = 3;  // equal lines shown
-constexpr std::size_t kMostLines = 60;
+constexpr std::size_t kMostLines = 100;
+constexpr std::size_t kBytesPerLine = 16;
 
 Lines lines_of(const std::string& text) {
   Lines lines;
@@ -23,15 +24,24 @@ Lines lines_of(const std::string& text) {
 
 void append_marked(std::string& report, char mark, const Lines& lines, std::size_t from,
                    std::size_t to) {
-  for (std::size_t k = from; k < to; ++k) {
-    if (k - from == kMostLines) {
-      report += "    ...\n";
-      return;
-    }
+  for (std::size_t k = from; k < std::min(to, from + kMostLines); ++k) {
     std::string line = lines[k];
     for (std::size_t c = line.size(); c > 0 && line[c - 1] == ' '; --c) line[c - 1] = '~';
     report += std::string("    ") + mark + line + '\n';
   }
+  if (to > from + kMostLines) report += "    ...\n";
+}
+
+std::string hexadecimal(const std::string& bytes) {
+  std::string text;
+  for (std::size_t k = 0; k < bytes.size(); ++k) {
+    char piece[24];
+    if (k % kBytesPerLine == 0) std::snprintf(piece, sizeof piece, "%s%6zu:", k ? "\n" : "", k);
+    if (k % kBytesPerLine == 0) text += piece;
+    std::snprintf(piece, sizeof piece, " %02x", static_cast<unsigned char>(bytes[k]));
+    text += piece;
+  }
+  return text + '\n';
 }
 
 }  // namespace
@@ -53,29 +63,7 @@ std::string text_difference(const std::string& expected, const std::string& actu
 
 std::string binary_difference(const std::string& expected, const std::string& actual) {
   if (expected == actual) return {};
-  const std::size_t shorter = std::min(expected.size(), actual.size());
-  std::size_t at = 0;
-  while (at < shorter && expected[at] == actual[at]) ++at;
-  std::string report = "    " + std::to_string(expected.size()) + " bytes expected, " +
-                       std::to_string(actual.size()) + " found; byte " + std::to_string(at) +
-                       " (from 0) differs\n";
-  for (const auto& [mark, bytes] : {std::pair('-', &expected), std::pair('+', &actual)}) {
-    report += std::string("    ") + mark;
-    for (std::size_t k = at; k < std::min(at + 16, bytes->size()); ++k) {
-      char hex[4];
-      std::snprintf(hex, sizeof hex, " %02x", static_cast<unsigned char>((*bytes)[k]));
-      report += hex;
-    }
-    report += '\n';
-  }
-  return report;
-}
-
-std::string marked_lines(char mark, const std::string& text) {
-  std::string report;
-  const Lines lines = lines_of(text);
-  append_marked(report, mark, lines, 0, lines.size());
-  return report;
+  return text_difference(hexadecimal(expected), hexadecimal(actual));
 }
 
 }  // namespace zorvik::runner

@@ -10,11 +10,8 @@ namespace zorvik::runner {
 // lines there are instead after "+", with some equal lines around; "~" for blanks at a line's end.
 std::string text_difference(const std::string& expected, const std::string& actual);
 
-// Empty when both are equal. Else the first differing byte and some bytes from there on.
+// The same for bytes, shown in hexadecimal.
 std::string binary_difference(const std::string& expected, const std::string& actual);
-
-// Every line after the mark.
-std::string marked_lines(char mark, const std::string& text);
 
 }  // namespace zorvik::runner
 
