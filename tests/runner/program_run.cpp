@@ -1,6 +1,7 @@
 #include "runner/program_run.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -13,7 +14,9 @@
 namespace zorvik::runner {
 namespace {
 
-constexpr unsigned kLongestRun = 100;  // seconds; a run that hangs is ended by the alarm signal
+// A run that hangs or writes without end is ended by a signal.
+constexpr unsigned kLongestRun = 30;                         // seconds
+constexpr rlimit kLargestFile = {100'000'000, 100'000'000};  // bytes
 
 void redirect(int descriptor, const std::filesystem::path& path) {
   dup2(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), descriptor);
@@ -44,6 +47,7 @@ RunResult ProgramRun::run(const std::map<std::string, std::string>& files) {
     redirect(STDOUT_FILENO, root_ / "console");
     redirect(STDERR_FILENO, root_ / "errors");
     alarm(kLongestRun);
+    setrlimit(RLIMIT_FSIZE, &kLargestFile);
     if (chdir(directory_.c_str()) == 0) execl(program_.c_str(), program_.c_str(), nullptr);
     _exit(127);
   }
