@@ -144,6 +144,23 @@ ReadStatus File::read(void* to, std::size_t bytes) {
   return missing == bytes ? ReadStatus::kEnd : ReadStatus::kCut;
 }
 
+ReadStatus File::read_at(std::int64_t position, void* to, std::size_t bytes) {
+  char* target = static_cast<char*>(to);
+  std::size_t done = 0;
+  while (done < bytes) {
+    const ssize_t got = ::pread(descriptor_, target + done, bytes - done,
+                                position + static_cast<std::int64_t>(done));
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) {
+      fail(errno);
+      return ReadStatus::kError;
+    }
+    if (got == 0) return done == 0 ? ReadStatus::kEnd : ReadStatus::kCut;
+    done += static_cast<std::size_t>(got);
+  }
+  return ReadStatus::kOk;
+}
+
 ReadStatus File::read_line(char* to, int capacity, int& length) {
   length = 0;
   if (writing_ && flush() != 0) return ReadStatus::kError;

@@ -41,6 +41,10 @@ class File {
 
   ReadStatus read(void* to, std::size_t bytes);
 
+  // Reads past the buffer at any place; the current position stays. Binary files that are not
+  // written only.
+  ReadStatus read_at(std::int64_t position, void* to, std::size_t bytes);
+
   // Reads a line and stores its first `capacity` characters (without the line end) and their count.
   // kOk or kEnd or kError; a last line without a line end counts as a line.
   ReadStatus read_line(char* to, int capacity, int& length);

@@ -1,0 +1,181 @@
+// What the catalogue's elements imply, by kind, in the order of the entries of one element:
+//   CH number 5 with 12 cells -> P.CH5(1:12) T.CH5(1:2,1:12) VOID.CH5(1:12) G.CH5(1:2,1:13)
+//   DM.CH5(1:2,1:12)
+#include "results/entry_table.h"
+
+#include <string>
+
+#include "driver/text.h"
+#include "stores/results_store.h"
+
+namespace zorvik {
+
+EntryTable entry_table;
+
+namespace {
+
+// Shape of a quantity: rows by columns, of which one may follow the number of cells N.
+enum class Extent { kOne, kTwo, kFour, kCells, kFaces };  // kFaces: N + 1
+
+struct Quantity {
+  std::string_view name;
+  Extent rows, columns;
+};
+
+using enum Extent;
+constexpr Quantity kChQuantities[] = {{"P.CH", kCells, kOne},
+                                      {"T.CH", kTwo, kCells},
+                                      {"VOID.CH", kCells, kOne},
+                                      {"G.CH", kTwo, kFaces},
+                                      {"DM.CH", kTwo, kCells}};
+constexpr Quantity kHcsQuantities[] = {{"TW.HCS", kTwo, kCells}, {"QW.HCS", kFour, kCells}};
+constexpr Quantity kColQuantities[] = {
+    {"P.COL", kOne, kOne}, {"T.COL", kTwo, kOne}, {"VOID.COL", kOne, kOne}, {"DM.COL", kTwo, kOne}};
+constexpr Quantity kSchQuantities[] = {{"G.SCH", kTwo, kOne}};
+constexpr Quantity kSlvesQuantities[] = {{"P.SLVES", kOne, kOne},       {"Q.SLVES", kTwo, kOne},
+                                         {"VOIDP.SLVES", kCells, kOne}, {"PP.SLVES", kCells, kOne},
+                                         {"GEN.SLVES", kOne, kOne},     {"M.SLVES", kTwo, kOne}};
+constexpr Quantity kTankQuantities[] = {{"PA.TANK", kOne, kOne},   {"PV.TANK", kOne, kOne},
+                                        {"TENV.TANK", kOne, kOne}, {"VOIDP.TANK", kCells, kOne},
+                                        {"PP.TANK", kCells, kOne}, {"GEN.TANK", kOne, kOne},
+                                        {"GVM.TANK", kOne, kOne},  {"M.TANK", kTwo, kOne}};
+constexpr Quantity kAccumQuantities[] = {{"P.ACCUM", kOne, kOne},  {"TF.ACCUM", kOne, kOne},
+                                         {"TG.ACCUM", kOne, kOne}, {"TW.ACCUM", kOne, kOne},
+                                         {"PW.ACCUM", kOne, kOne}, {"MG.ACCUM", kOne, kOne},
+                                         {"MF.ACCUM", kOne, kOne}};
+
+struct KindQuantities {
+  const Quantity* first;
+  int count;
+};
+template <int N>
+constexpr KindQuantities quantities(const Quantity (&rows)[N]) {
+  return {rows, N};
+}
+constexpr KindQuantities kQuantities[kElementKinds] = {
+    quantities(kChQuantities),   quantities(kHcsQuantities),   quantities(kColQuantities),
+    quantities(kSchQuantities),  quantities(kSlvesQuantities), quantities(kTankQuantities),
+    quantities(kAccumQuantities)};
+
+std::int64_t extent_of(Extent extent, std::int32_t cells) {
+  switch (extent) {
+    case kOne:
+      return 1;
+    case kTwo:
+      return 2;
+    case kFour:
+      return 4;
+    case kCells:
+      return cells;
+    case kFaces:
+      break;
+  }
+  return std::int64_t{cells} + 1;
+}
+
+std::string entry_name(const Quantity& quantity, std::int32_t number, std::int64_t rows,
+                       std::int64_t columns) {
+  std::string name = message(quantity.name, number);
+  const bool one_column = quantity.columns == kOne;
+  if (quantity.rows == kOne) return name;
+  append_piece(name, message("(1:", rows));
+  if (!one_column) append_piece(name, message(",1:", columns));
+  return name + ')';
+}
+
+HeaderStatus add_entry(std::string_view name, std::int64_t rows, std::int64_t columns) {
+  if (rows < 0 || columns < 0) return HeaderStatus::kInvalid;
+  if (rows > kResultsCapacity || columns > kResultsCapacity) return HeaderStatus::kTooLarge;
+  Entry& entry = entry_table.entry[++entry_table.count];
+  copy_padded(entry.name, kEntryNameWidth, name);
+  entry.lo1 = entry.lo2 = 1;
+  entry.hi1 = static_cast<std::int32_t>(rows);
+  entry.hi2 = static_cast<std::int32_t>(columns);
+  entry.form = entry.hi1 * 1000 + 1;
+  return HeaderStatus::kOk;
+}
+
+HeaderStatus add_element(ElementKind kind, ElementPair element) {
+  for (int k = 0; k < kQuantities[kind].count; ++k) {
+    const Quantity& quantity = kQuantities[kind].first[k];
+    const std::int64_t rows = extent_of(quantity.rows, element.cells);
+    const std::int64_t columns = extent_of(quantity.columns, element.cells);
+    const std::string name = entry_name(quantity, element.number, rows, columns);
+    const HeaderStatus status = add_entry(name, rows, columns);
+    if (status != HeaderStatus::kOk) return status;
+  }
+  return HeaderStatus::kOk;
+}
+
+HeaderStatus add_catalogue(const ResultsHeader& header) {
+  if (!header.has_catalogue()) return HeaderStatus::kOk;
+  if (header.is_extended()) add_entry("DT", 1, 1);
+  for (int k = 0; k < kElementKinds; ++k) {
+    const auto kind = static_cast<ElementKind>(k);
+    for (int e = 0; e < header.count_of(kind); ++e) {
+      const HeaderStatus status = add_element(kind, header.elements[header.list_start[k] + e]);
+      if (status != HeaderStatus::kOk) return status;
+    }
+  }
+  return HeaderStatus::kOk;
+}
+
+void add_listed(const ResultsHeader& header) {
+  for (int e = 0; e < header.nv(); ++e) {
+    const std::int32_t* const integers = header.descriptors + e * kEntryIntegers;
+    Entry& entry = entry_table.entry[++entry_table.count];
+    copy_padded(entry.name, kEntryNameWidth, header.listed_name(e));
+    entry.lo1 = integers[1];
+    entry.hi1 = integers[2];
+    entry.lo2 = integers[3];
+    entry.hi2 = integers[4];
+    entry.form = integers[5];
+  }
+}
+
+bool plausible(const Entry& entry) {
+  const int digit = entry.type_digit();
+  return entry.form >= 0 && (digit == 0 || digit == 1 || digit == 3 || digit == 4) &&
+         entry.lo1 >= 1 && entry.lo2 >= 1 && entry.rows() >= 0 && entry.columns() >= 0;
+}
+
+// In the extended layout the entry that follows the extended part skips the problem time, which is
+// the first value of the standard part.
+HeaderStatus place_entries(const ResultsHeader& header) {
+  std::int64_t next = header.is_extended() ? 1 : 2;
+  bool in_extended_part = header.is_extended();
+  for (int e = 1; e <= entry_table.count; ++e) {
+    Entry& entry = entry_table.entry[e];
+    if (!plausible(entry)) return HeaderStatus::kInvalid;
+    if (entry.values() > kResultsCapacity) return HeaderStatus::kTooLarge;
+    entry.start = next;
+    next += entry.values();
+    if (entry.values() > 0 && next - 1 > header.record_values()) return HeaderStatus::kInvalid;
+    if (in_extended_part && next > header.extended_values()) {
+      in_extended_part = false;
+      ++next;
+    }
+  }
+  return HeaderStatus::kOk;
+}
+
+}  // namespace
+
+std::string_view Entry::full_name() const {
+  return trim_right_char({name, static_cast<std::size_t>(kEntryNameWidth)}, ' ');
+}
+
+std::string_view Entry::base_name() const {
+  const std::string_view full = full_name();
+  return trim_right_char(full.substr(0, full.find('(')), ' ');
+}
+
+HeaderStatus build_entry_table(const ResultsHeader& header) {
+  entry_table.count = 0;
+  const HeaderStatus status = add_catalogue(header);
+  if (status != HeaderStatus::kOk) return status;
+  add_listed(header);
+  return place_entries(header);
+}
+
+}  // namespace zorvik

@@ -1,0 +1,135 @@
+#include "results/record_plan.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "results/results_variables.h"
+#include "stores/keys.h"
+
+namespace zorvik {
+namespace {
+
+constexpr int kMergedGap = 1024;  // values that are cheaper to read than to jump over
+
+constexpr std::int64_t kValueBytes = sizeof(double);
+
+struct RecordBuffer {
+  double value[kBlockValues];
+  std::int64_t start;  // in the file, bytes
+  std::int64_t bytes;
+};
+RecordBuffer buffer;
+
+void add_run(RecordPlan& plan, std::int64_t value, int position, int count) {
+  while (count > 0) {  // no run is longer than a span may be
+    const int part = std::min(count, kBlockValues);
+    plan.runs.push_back({value, position, part});
+    value += part;
+    position += part;
+    count -= part;
+  }
+}
+
+void add_entry_runs(RecordPlan& plan, const Entry& entry, const Descriptor& block) {
+  const auto rows = static_cast<int>(entry.rows());
+  const auto columns = static_cast<int>(entry.columns());
+  const int first = block.start + (entry.lo2 - 1) * block.d1 + entry.lo1 - 1;
+  const bool whole_columns = rows == block.d1;
+  const int pieces = whole_columns ? 1 : columns;
+  const int length = whole_columns ? rows * columns : rows;
+  for (int k = 0; k < pieces; ++k) {
+    add_run(plan, entry.start - 1 + std::int64_t{k} * rows, first + k * block.d1, length);
+  }
+}
+
+void add_runs(RecordPlan& plan, bool named_only) {
+  for (int v = 1; v <= results_variables.count; ++v) {
+    const ResultsVariable& variable = results_variables.variable[v];
+    if (named_only && !variable.named) continue;
+    for (int e = variable.first_entry; e != 0; e = results_variables.next_of_chain[e]) {
+      add_entry_runs(plan, entry_table.entry[e], results_store.descriptor[variable.descriptor]);
+    }
+  }
+}
+
+void form_spans(RecordPlan& plan) {
+  for (std::size_t r = 0; r < plan.runs.size(); ++r) {
+    const Run& run = plan.runs[r];
+    if (!plan.spans.empty()) {
+      Span& span = plan.spans.back();
+      const std::int64_t end = std::max(span.value + span.count, run.value + run.count);
+      if (run.value - (span.value + span.count) <= kMergedGap && end - span.value <= kBlockValues) {
+        span.count = static_cast<int>(end - span.value);
+        span.end_run = r + 1;
+        continue;
+      }
+    }
+    plan.spans.push_back({run.value, run.count, r, r + 1});
+  }
+}
+
+// True when reading on from any span meets the next one, of this record or the next, after a small
+// gap.
+bool spans_are_dense(const RecordPlan& plan) {
+  std::int64_t end = plan.spans.back().value + plan.spans.back().count - plan.record_values;
+  for (const Span& span : plan.spans) {
+    if (span.value - end > kMergedGap) return false;
+    end = span.value + span.count;
+  }
+  return true;
+}
+
+// Makes the buffer hold the span; kOk with `from` at its first value.
+ReadStatus fetch(File& file, const RecordPlan& plan, std::int64_t start, int count,
+                 const double*& from) {
+  const std::int64_t bytes = count * kValueBytes;
+  if (start < buffer.start || start + bytes > buffer.start + buffer.bytes) {
+    const std::int64_t wanted = plan.reads_ahead ? std::int64_t{sizeof buffer.value} : bytes;
+    const std::int64_t available = std::min(wanted, std::max(plan.data_end - start, bytes));
+    buffer.start = start;
+    buffer.bytes = 0;
+    const ReadStatus status =
+        file.read_at(start, buffer.value, static_cast<std::size_t>(available));
+    if (status != ReadStatus::kOk) return status;
+    buffer.bytes = available;
+  }
+  from = buffer.value + (start - buffer.start) / kValueBytes;
+  return ReadStatus::kOk;
+}
+
+}  // namespace
+
+void plan_records(RecordPlan& plan, const ResultsHeader& header, std::int64_t first_record,
+                  std::int64_t records, bool named_only) {
+  plan.runs.clear();
+  plan.spans.clear();
+  plan.first_record = first_record;
+  plan.record_values = header.record_values();
+  plan.data_end = first_record + records * plan.record_values * kValueBytes;
+  add_runs(plan, named_only);
+  add_run(plan, header.extended_values(), results_store.descriptor[kTau].start, 1);
+  std::stable_sort(plan.runs.begin(), plan.runs.end(),
+                   [](const Run& a, const Run& b) { return a.value < b.value; });
+  form_spans(plan);
+  plan.reads_ahead = spans_are_dense(plan);
+}
+
+ReadStatus load_record(File& file, const RecordPlan& plan, std::int64_t number) {
+  const std::int64_t record = (number - 1) * plan.record_values;
+  for (const Span& span : plan.spans) {
+    const double* from = nullptr;
+    const std::int64_t start = plan.first_record + (record + span.value) * kValueBytes;
+    const ReadStatus status = fetch(file, plan, start, span.count, from);
+    if (status != ReadStatus::kOk) return status;
+    for (std::size_t r = span.first_run; r < span.end_run; ++r) {
+      const Run& run = plan.runs[r];
+      std::memcpy(results_store.value + run.position, from + (run.value - span.value),
+                  static_cast<std::size_t>(run.count) * sizeof(double));
+    }
+  }
+  return ReadStatus::kOk;
+}
+
+void reset_record_buffer() { buffer.start = buffer.bytes = 0; }
+
+}  // namespace zorvik

@@ -1,0 +1,52 @@
+// The plan by which records are loaded: worked out once, executed for every record.
+//
+// A run is a stretch of values that is contiguous both in the record and in the results store. Runs
+// that lie close together in the file form a span, which is read in one go; what lies between spans
+// is never read.
+#ifndef ZORVIK_RESULTS_RECORD_PLAN_H_
+#define ZORVIK_RESULTS_RECORD_PLAN_H_
+
+#include <cstdint>
+#include <vector>
+
+#include "driver/file.h"
+#include "results/header.h"
+
+namespace zorvik {
+
+struct Run {
+  std::int64_t value;  // first value in the record, from 0
+  int position;        // first position in the results store
+  int count;
+};
+
+struct Span {
+  std::int64_t value;
+  int count;  // values; at most kBlockValues
+  std::size_t first_run, end_run;
+};
+
+struct RecordPlan {
+  std::vector<Run> runs;  // in file order
+  std::vector<Span> spans;
+  std::int64_t first_record;  // in the file, bytes
+  std::int64_t data_end;      // of the last complete record
+  std::int64_t record_values;
+  bool reads_ahead;  // the spans cover all but small gaps: read a whole buffer at a time
+};
+
+// Plans the loading of the problem time and of the results variables that are named, or of all of
+// them, from `records` complete records.
+void plan_records(RecordPlan& plan, const ResultsHeader& header, std::int64_t first_record,
+                  std::int64_t records, bool named_only);
+
+// Loads record `number` (from 1) into the results store. kEnd or kCut when the file ends before its
+// end, kError with file.io_status(); in these cases nothing is promised of the store.
+ReadStatus load_record(File& file, const RecordPlan& plan, std::int64_t number);
+
+// Forgets what was read ahead.
+void reset_record_buffer();
+
+}  // namespace zorvik
+
+#endif  // ZORVIK_RESULTS_RECORD_PLAN_H_

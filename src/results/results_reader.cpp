@@ -1,0 +1,132 @@
+#include "results/results_reader.h"
+
+#include <algorithm>
+#include <string>
+
+#include "driver/language_tables.h"
+#include "driver/messages.h"
+#include "driver/units.h"
+#include "results/record_plan.h"
+#include "results/results_variables.h"
+#include "stores/keys.h"
+#include "stores/notkeys.h"
+
+namespace zorvik {
+
+bool no_results_file = false;
+
+namespace {
+
+ResultsHeader header;
+RecordPlan plan;
+
+struct ReaderState {
+  bool header_read;
+  std::int64_t records;      // complete records of the file
+  std::int64_t next_record;  // from 1
+};
+ReaderState state;
+
+void stop_on_bad_header(HeaderStatus status) {
+  switch (status) {
+    case HeaderStatus::kOk:
+      return;
+    case HeaderStatus::kReadError:
+      stop_run(kConsole, "%fat- Read error. File <vnxres>", file_on(kResultsUnit).io_status(),
+               Stop::kAtOnce);
+    case HeaderStatus::kEnd:
+      stop_run(kConsole, "%fat- Premature End_of_file detected. File <vnxres>", kNoIoStatus,
+               Stop::kAtOnce);
+    case HeaderStatus::kInvalid:
+      stop_run(kConsole, "%fat- Invalid header. File <vnxres>", kNoIoStatus, Stop::kAtOnce);
+    case HeaderStatus::kTooLarge:
+      stop_run(kConsole, "%fat- Header is too large. File <vnxres>", kNoIoStatus, Stop::kAtOnce);
+    case HeaderStatus::kCatalogueFull:
+      stop_run(kConsole, "%fat- Space is full. Increase parametermaxOUT in VARNOX utility",
+               kNoIoStatus, Stop::kAtOnce);
+  }
+}
+
+void define_title() {
+  const int number = enter_notkey("TITLE", kNoLine);
+  define_notkey(number, kCharacter, 0, header.nt(), 1, kNoLine);
+  std::copy_n(header.title, header.nt(), notkeys.text + notkeys.notkey[number].descriptor.start);
+}
+
+void open_and_read_header() {
+  open_file(kResultsUnit, "RES");
+  File& file = file_on(kResultsUnit);
+  stop_on_bad_header(read_header(file, header));
+  stop_on_bad_header(build_entry_table(header));
+  stop_on_bad_header(form_results_variables());
+  state.header_read = true;
+  state.next_record = 1;
+  const std::int64_t record_bytes =
+      header.record_values() * static_cast<std::int64_t>(sizeof(double));
+  state.records = std::max<std::int64_t>(file.size() - file.position(), 0) / record_bytes;
+}
+
+// Positions that no entry covers hold the marker in every record: nothing but a record may write to
+// them.
+void clear_blocks() {
+  for (int v = 1; v <= results_variables.count; ++v) {
+    const Descriptor& block = results_store.descriptor[results_variables.variable[v].descriptor];
+    std::fill_n(results_store.value + block.start, block.d1 * block.d2, kUndefined);
+  }
+}
+
+}  // namespace
+
+void reset_results_reader() {
+  state = {};
+  no_results_file = false;
+  entry_table.count = 0;
+  reset_results_variables();
+  reset_record_buffer();
+}
+
+int read_results_record() {
+  if (no_results_file) return kNoMoreRecords;
+  File& file = file_on(kResultsUnit);
+  if (!state.header_read) {
+    open_and_read_header();
+    define_title();
+    if (state.records == 0) stop_with_listing("%fat- File <vnxres> has no records");
+    clear_blocks();
+    plan_records(plan, header, file.position(), state.records, false);
+  }
+  if (!file.is_open() || state.next_record > state.records) return kNoMoreRecords;
+  const ReadStatus status = load_record(file, plan, state.next_record);
+  if (status == ReadStatus::kError) stop_on_bad_header(HeaderStatus::kReadError);
+  if (status != ReadStatus::kOk) {  // cut while it was being read
+    state.records = 0;
+    return kNoMoreRecords;
+  }
+  ++state.next_record;
+  return kRecordLoaded;
+}
+
+void load_named_variables_only() {
+  if (state.header_read) plan_records(plan, header, plan.first_record, state.records, true);
+}
+
+int close_results_file() { return file_on(kResultsUnit).close(); }
+
+void list_parameters() {
+  if (!state.header_read) open_and_read_header();
+  constexpr std::size_t kLastColumn = 74;
+  issue_message(listing_unit, "%inf- List of parameters from <vnxres>");
+  std::string line;
+  for (int e = 1; e <= entry_table.count; ++e) {
+    const std::string_view name = entry_table.entry[e].full_name();
+    if (!line.empty() && line.size() + 1 + name.size() > kLastColumn) {
+      issue_message(listing_unit, line);
+      line.clear();
+    }
+    if (!line.empty()) line += ' ';
+    line += name;
+  }
+  issue_message(listing_unit, line);
+}
+
+}  // namespace zorvik
