@@ -25,6 +25,7 @@ class RecordWriter {
   }
 
   void reals(const Values& values, int a_record) {
+    a_record = std::max(a_record, 1);  // counts of damaged files
     for (std::size_t k = 0; k < values.size();) {
       std::string contents;
       for (int j = 0; j < a_record && k < values.size(); ++j) append_real(contents, values[k++]);
