@@ -133,11 +133,10 @@ std::vector<std::string> words_of(const std::string& text) {
   return {std::istream_iterator<std::string>(in), {}};
 }
 
-void close_section(Section& section, std::vector<Case>& cases, const std::string& repository) {
+void close_section(Section& section, Case& c, const std::string& repository) {
   if (section.heading.empty()) return;
   while (!section.lines.empty() && section.lines.back().empty()) section.lines.pop_back();
-  if (cases.empty()) reject(section.where, "a section before the first case");
-  add_section(section, cases.back(), repository);
+  add_section(section, c, repository);
   section = {};
 }
 
@@ -152,22 +151,27 @@ std::string content_of(const std::string& path) {
 std::vector<Case> read_case_file(const std::string& path, const std::string& repository) {
   std::istringstream in(content_of(path));
   std::vector<Case> cases;
+  Case common{};  // what stands before the first case
   Section section{};
   int line_number = 0;
   for (std::string line; std::getline(in, line);) {
     ++line_number;
-    if (line.starts_with("=== ")) {
-      close_section(section, cases, repository);
-      cases.push_back({line.substr(4), line_number, {}, {}, {}, 0});
+    const bool starts_case = line.starts_with("=== ");
+    if (starts_case || line.starts_with("--- ")) {
+      close_section(section, cases.empty() ? common : cases.back(), repository);
+    }
+    if (starts_case) {
+      cases.push_back(common);
+      cases.back().rule = line.substr(4);
+      cases.back().line = line_number;
     } else if (line.starts_with("--- ")) {
-      close_section(section, cases, repository);
       section = {path + ':' + std::to_string(line_number), words_of(line.substr(4)), {}};
     } else if (!section.heading.empty()) {
       append_expanded(section.lines, line);
     }
   }
-  close_section(section, cases, repository);
   if (cases.empty()) reject(path, "holds no case");
+  close_section(section, cases.back(), repository);
   return cases;
 }
 

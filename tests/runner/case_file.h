@@ -15,10 +15,12 @@
 //   --- sweep NAME                 besides, every shorter NAME must give a defined end
 //   --- sweep NAME ints N          besides, so must hostile values in its first N integers
 //
-// Text before the first "===" is a comment. Empty lines at a section's end do not count. Each "~"
-// at a line's end stands for a blank. A line `repeat 3 | X{i} = {i+10:4};` stands for three lines,
-// {i} counting from 1; ":4" gives a number of four digits. Input files must be as they were after
-// the run, and no file may appear that the case does not name; the listing need not be named.
+// Sections before the first "===" hold for every case of the file, which may give its own program,
+// input or status instead; text before them is a comment. Empty lines at a section's end do not
+// count. Each "~" at a line's end stands for a blank. A line `repeat 3 | X{i} = {i+10:4};` stands
+// for three lines, {i} counting from 1; ":4" gives a number of four digits. Input files must be as
+// they were after the run, and no file may appear that the case does not name; the listing need not
+// be named.
 #ifndef ZORVIK_TESTS_RUNNER_CASE_FILE_H_
 #define ZORVIK_TESTS_RUNNER_CASE_FILE_H_
 
