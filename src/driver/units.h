@@ -49,6 +49,14 @@ File& file_on(int unit);
 void open_file(int unit, std::string_view code, std::string_view name = {},
                TextFile text_file = TextFile::kOld);
 
+// Asks the system about a file by its name, open or not.
+struct Inquiry {
+  int failure;  // errno of an inquiry that failed, else 0
+  bool exists;
+  bool opened;  // on some unit of the run
+};
+Inquiry inquire_file(const std::string& name);
+
 // What a failed final flush of the unit is reported with: "%fat- Write error. " and this text.
 void set_write_error_subject(int unit, std::string subject);
 const std::string& write_error_subject(int unit);
