@@ -158,8 +158,6 @@ void adopt_format_key(double format_key) {
   }
 }
 
-void remember_format_key(double format_key) { last_format_key = round_half_away(format_key); }
-
 void reset_number_format() {
   real_decimals = kStartDigits - 1;
   last_format_key = kStartDigits;

@@ -43,9 +43,6 @@ NumberText format_fixed(double value, int width, int decimals);
 // zero). Nothing happens when it equals the value seen last, is 3 or less, or 10 or more.
 void adopt_format_key(double format_key);
 
-// Sets the value of FORMAT seen last without touching the format.
-void remember_format_key(double format_key);
-
 void reset_number_format();
 
 // Rounds half away from zero by adding 0.5 (-0.5 for a negative value) and truncating. Magnitudes

@@ -36,7 +36,7 @@ struct RecordPlan {
 };
 
 // Plans the loading of the problem time and of the results variables that are named, or of all of
-// them.
+// them, from `records` complete records.
 void plan_records(RecordPlan& plan, const ResultsHeader& header, std::int64_t first_record,
                   std::int64_t records, bool named_only);
 
