@@ -205,6 +205,13 @@ int File::write(const void* from, std::size_t bytes) {
     next_ = end_ = 0;
   }
   const char* source = static_cast<const char*>(from);
+  if (bytes >= kBufferBytes && seekable_) {  // straight to the system
+    if (flush() != 0) return write_failure_;
+    write_failure_ = write_all(descriptor_, source, bytes, position_);
+    if (write_failure_ != 0) return fail(write_failure_);
+    position_ += static_cast<std::int64_t>(bytes);
+    return 0;
+  }
   while (bytes > 0) {
     if (end_ == kBufferBytes && flush() != 0) return write_failure_;
     writing_ = true;

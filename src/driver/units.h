@@ -34,6 +34,7 @@ constexpr int kSaveUnit = 6;
 constexpr int kTextUnit = 7;
 constexpr int kSecondResultsUnit = 8;  // joining: the earlier file
 constexpr int kThirdResultsUnit = 9;   // joining: the later file
+constexpr int kJoinedResultsUnit = 10;
 constexpr int kScratchUnit = 32;
 constexpr int kFirstOutputUnit = 100;  // + the unit number in an OUTPUT's header
 constexpr int kUnitCount = 300;
