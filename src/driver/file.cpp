@@ -258,6 +258,7 @@ int File::seek(std::int64_t position) {
 }
 
 int File::cut_back_to(std::int64_t end) {
+  flush();
   writing_ = false;
   write_failure_ = 0;
   next_ = end_ = 0;

@@ -62,8 +62,8 @@ class File {
   int flush();
   int truncate_here();  // ends the file at the current position
 
-  // After a failed write: forgets what is still buffered and the failure, and ends the file at
-  // `end` when it is longer.
+  // Ends the file at `end` when it is longer, also after a failed write, which is forgotten with
+  // all that could not be written.
   int cut_back_to(std::int64_t end);
 
   // True when `path` names the file that is open here.
