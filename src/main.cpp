@@ -1,17 +1,71 @@
-// The run, in its fixed order.
+// The run: nine steps in a fixed order, nothing else.
+#include <cstdio>
+#include <string_view>
+
+#include "driver/floating_point.h"
 #include "driver/messages.h"
+#include "driver/number_format.h"
 #include "driver/run_end.h"
+#include "driver/text.h"
 #include "driver/units.h"
+#include "exec/executor.h"
 #include "lang/lexer.h"
 #include "lang/pass_one.h"
+#include "lang/pass_two.h"
+#include "stores/notkeys.h"
 
-using namespace zorvik;
+namespace zorvik {
+namespace {
 
-int main() {
+void set_up_tables() {
+  reset_messages();
+  reset_number_format();
   reset_source_line();
   reset_lexer();
+}
+
+void report_used_space() {
+  write_blank_line(listing_unit);
+  issue_message(
+      listing_unit,
+      message("Used space for variables ",
+              format_percentage((notkeys.next_value - 1) * 100.0 / kNotkeyCapacity), "%"));
+}
+
+[[noreturn]] void run() {
+  flush_denormals_to_zero();
+  set_up_tables();
   open_file(kProgramUnit, "DAT");
   open_file(kListingUnit, "LIS");
   parse_pass(kProgramUnit);
+  u91ps2(kProgramUnit);
+  S9XMA3();
+  report_used_space();
   end_run(RunEnd::kNormal);
+}
+
+int answer(std::string_view argument) {
+  if (argument == "--version") {
+    std::puts("zorvik " ZORVIK_VERSION);
+    return 0;
+  }
+  if (argument == "--help") {
+    std::puts(
+        "zorvik: runs the program zrvdat of the current directory over the results file vnxres.\n"
+        "Usage: zorvik            no arguments; the listing goes to zrvlis, which must not exist\n"
+        "       zorvik --help     this text\n"
+        "       zorvik --version  the version");
+    return 0;
+  }
+  std::fputs("usage: zorvik [--help | --version]\n", stderr);
+  return 2;
+}
+
+}  // namespace
+}  // namespace zorvik
+
+int main(int argc, char** argv) {
+  if (argc == 2) return zorvik::answer(argv[1]);
+  if (argc > 2) return zorvik::answer("");
+  zorvik::run();
 }

@@ -1,5 +1,7 @@
 #include "exec/evaluation_stack.h"
 
+#include <algorithm>
+
 #include "driver/messages.h"
 #include "driver/number_format.h"
 
@@ -31,15 +33,16 @@ void reset_evaluation() {
   evaluation.text_used = 0;
 }
 
-int element_count(const StackEntry& entry) {
+std::int64_t element_count(const StackEntry& entry) {
   if (entry.shape != kRange) return entry.length;
+  constexpr double kFarApart = 9007199254740992.0;
   const double* const bounds = values_of(entry);
-  return static_cast<int>(bounds[1] - bounds[0]) + 1;
+  return static_cast<std::int64_t>(std::min(bounds[1] - bounds[0], kFarApart)) + 1;
 }
 
-double element_of(const StackEntry& entry, int k) {
+double element_of(const StackEntry& entry, std::int64_t k) {
   const double* const values = values_of(entry);
-  return entry.shape == kRange ? values[0] + (k - 1) : values[k - 1];
+  return entry.shape == kRange ? values[0] + static_cast<double>(k - 1) : values[k - 1];
 }
 
 void push_scalar(BaseType base_type, double value) {

@@ -7,6 +7,7 @@
 #ifndef ZORVIK_EXEC_EVALUATION_STACK_H_
 #define ZORVIK_EXEC_EVALUATION_STACK_H_
 
+#include <cstdint>
 #include <string_view>
 
 #include "stores/value_types.h"
@@ -40,11 +41,12 @@ void reset_evaluation();
 
 inline StackEntry& top_entry() { return evaluation.entry[evaluation.depth]; }
 
-// Elements that an entry stands for: a range a:b has b - a + 1.
-int element_count(const StackEntry& entry);
+// Elements that an entry stands for: a range a:b has b - a + 1. Bounds of a range may be far apart,
+// so the count may be larger than any store.
+std::int64_t element_count(const StackEntry& entry);
 
 // The k-th element of a numeric entry, k from 1.
-double element_of(const StackEntry& entry, int k);
+double element_of(const StackEntry& entry, std::int64_t k);
 
 inline double* values_of(const StackEntry& entry) { return evaluation.value + entry.start; }
 inline std::string_view text_of(const StackEntry& entry) {

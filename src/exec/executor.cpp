@@ -1,0 +1,204 @@
+// One loop serves MAIN, the block and every OUTPUT; calls are kept on a stack of its own, so
+// nothing recurs.
+#include "exec/executor.h"
+
+#include "driver/messages.h"
+#include "driver/run_end.h"
+#include "driver/text.h"
+#include "exec/assignment.h"
+#include "exec/do_loop.h"
+#include "exec/evaluation_stack.h"
+#include "exec/evaluator.h"
+#include "exec/output_statement.h"
+#include "exec/run_state.h"
+#include "lang/code_store.h"
+#include "results/results_reader.h"
+#include "stores/results_store.h"
+
+namespace zorvik {
+namespace {
+
+constexpr int kMaxCalls = 100;
+constexpr int kMaxJumps = 20000;
+constexpr int kPairWords = 2;  // of an ELSE, an ENDIF or a GOTO
+
+struct Call {
+  int return_position;
+  int caller;
+};
+
+class Executor {
+ public:
+  void run_main() {
+    enter_context(kMainProcedure);
+    run_state.position = body_of(kMainProcedure);
+    while (!finished_) step();
+  }
+
+ private:
+  static int header_of(int procedure, int word) {
+    return code_store.word[procedure_table.procedure[procedure].start + word - 1];
+  }
+  static int body_of(int procedure) {
+    return procedure_table.procedure[procedure].start + kHeaderWords;
+  }
+  static int word_at(int position) { return code_store.word[position]; }
+
+  void step() {
+    int& position = run_state.position;
+    const std::int32_t head = word_at(position);
+    const auto code = static_cast<StatementCode>(head_code(head));
+    evaluation.line = head_line(head);
+    switch (code) {
+      case kCodeAssignment:
+        position = execute_assignment(position + 1);
+        break;
+      case kCodeIf:
+        execute_if();
+        break;
+      case kCodeElse:
+        position = word_at(position + 1) + kPairWords;
+        break;
+      case kCodeEndif:
+        position += kPairWords;
+        break;
+      case kCodeGoto:
+        count_jump();
+        position = word_at(position + 1);
+        break;
+      case kCodeOut:
+        call(word_at(position + 1));
+        break;
+      case kCodePrint:
+      case kCodeWrite:
+      case kCodeWrite1:
+        position = execute_output_statement(code, position + 1);
+        break;
+      case kCodeDo:
+        position = execute_do(position);
+        break;
+      case kCodeEnddo:
+        position = execute_enddo(position);
+        break;
+      case kCodeStop:
+        execute_stop();
+      case kCodeEnd:
+      case kCodeReturn:
+        leave(code);
+        break;
+      default:
+        stop_on_code(code);
+    }
+  }
+
+  void execute_if() {
+    const int pair = u92xt3(run_state.position + 1);
+    const StackEntry& condition = evaluation.entry[1];
+    if (condition.shape != kScalar || condition.base_type == kCharacter) stop_on_array();
+    run_state.position =
+        *values_of(condition) == 0.0 ? word_at(pair + 1) + kPairWords : pair + kPairWords;
+  }
+
+  [[noreturn]] static void stop_on_array() {
+    const bool in_main = run_state.context == Context::kMain;
+    const bool in_output = run_state.context == Context::kOutput;
+    stop_at_statement(message(in_main ? "%fat- " : "%fat-  ", "Array is invalid after IF. ",
+                              in_output ? "OUTPUT " : "", run_state.name));
+  }
+
+  void count_jump() {
+    if (++jumps_[depth_] <= kMaxJumps) return;
+    const bool in_output = run_state.context == Context::kOutput;
+    issue_message(listing_unit, message("%fat- ", in_output ? "OUTPUT " : "", run_state.name,
+                                        ". Number of processed GOTOs > ", kMaxJumps));
+    stop_at_statement("%fat- ZORVIK treats it as infinite loop. See GOTO at");
+  }
+
+  [[noreturn]] static void execute_stop() {
+    const bool in_output = run_state.context == Context::kOutput;
+    issue_message(-listing_unit,
+                  message("STOP executed in ", in_output ? "OUTPUT " : "", run_state.name),
+                  kNoIoStatus, Stop::kNone, evaluation.line);
+    end_run(RunEnd::kNormal);
+  }
+
+  [[noreturn]] static void stop_on_code(int code) {
+    const std::string_view routine = run_state.context == Context::kMain    ? "S9XMA3"
+                                     : run_state.context == Context::kBlock ? "U9XBE3"
+                                                                            : "U9XOU3";
+    stop_on_inconsistency(message("%dbg- ", routine, ": Invalid code = ", code));
+  }
+
+  void call(int procedure) {
+    if (depth_ == kMaxCalls) {
+      stop_run(-listing_unit,
+               message("%fat- Call stack is full. See OUT ", procedure_name(procedure)),
+               kNoIoStatus, Stop::kWithNotice, evaluation.line);
+    }
+    calls_[++depth_] = {run_state.position + kPairWords, run_state.procedure};
+    jumps_[depth_] = 0;
+    if (run_state.procedure == kMainProcedure && procedure_table.has_block &&
+        procedure == kBlockProcedure) {
+      enter_context(procedure);
+      run_next_record();
+    } else if (results_store.value[turn_on_position(procedure)] == 0.0) {
+      return_to_caller();
+    } else {
+      enter_context(procedure);
+      run_state.position = body_of(procedure);
+    }
+  }
+
+  static int turn_on_position(int output) {
+    return results_store.descriptor[header_of(output, 2)].start;
+  }
+
+  void return_to_caller() {
+    const Call& call = calls_[depth_--];
+    enter_context(call.caller);
+    run_state.position = call.return_position;
+  }
+
+  // The block begins again with the next record, or ends with the last one.
+  void run_next_record() {
+    if (first_record_) {
+      first_record_ = false;
+    } else if (read_results_record() == kNoMoreRecords) {
+      return leave_block();
+    }
+    jumps_[depth_] = 0;
+    run_state.position = body_of(kBlockProcedure);
+  }
+
+  void leave_block() {
+    return_to_caller();
+    if (const int status = close_results_file(); status != 0) {
+      stop_with_listing("%fat- Close error. File <vnxres>", evaluation.line, status);
+    }
+  }
+
+  void leave(StatementCode code) {
+    switch (run_state.context) {
+      case Context::kMain:
+        finished_ = true;
+        break;
+      case Context::kBlock:
+        code == kCodeEnd ? run_next_record() : leave_block();
+        break;
+      default:
+        return_to_caller();
+    }
+  }
+
+  Call calls_[kMaxCalls + 1];
+  int jumps_[kMaxCalls + 1] = {};
+  int depth_ = 0;
+  bool first_record_ = true;
+  bool finished_ = false;
+};
+
+}  // namespace
+
+void S9XMA3() { Executor().run_main(); }
+
+}  // namespace zorvik

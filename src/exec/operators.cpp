@@ -1,0 +1,192 @@
+#include "exec/operators.h"
+
+#include <cmath>
+#include <cstdint>
+
+#include "driver/language_tables.h"
+#include "driver/messages.h"
+#include "driver/number_format.h"
+#include "driver/text.h"
+#include "exec/evaluation_stack.h"
+#include "exec/run_state.h"
+
+namespace zorvik {
+namespace {
+
+int operand_error(std::string_view what, int code) {
+  issue_message(listing_unit, message("%err- ", what, " in operation \"",
+                                      kOperatorTexts[static_cast<std::size_t>(code)], '"'));
+  return kOperandError;
+}
+
+int range_error() {
+  issue_message(listing_unit, "%err- Error in operation \":\". Operand(s)");
+  issue_message(listing_unit, "      not integer or <=0 or 1st_operand > 2nd");
+  return kOperandError;
+}
+
+// base raised to a whole power by repeated multiplication, squaring on the way.
+double whole_power(double base, double exponent) {
+  double result = 1.0;
+  for (double rest = std::fabs(exponent); rest >= 1.0; rest = std::floor(rest / 2.0)) {
+    if (std::fmod(rest, 2.0) == 1.0) result *= base;
+    base *= base;
+    if (!std::isfinite(rest)) return NAN;
+  }
+  return exponent < 0.0 ? 1.0 / result : result;
+}
+
+bool is_comparison(int code) {
+  return code == kLess || code == kGreater || (code >= kLessEqual && code <= kEqual);
+}
+
+bool compare(int code, double left, double right) {
+  switch (code) {
+    case kLess:
+      return left < right;
+    case kGreater:
+      return left > right;
+    case kLessEqual:
+      return left <= right;
+    case kNotEqual:
+      return left != right;
+    case kGreaterEqual:
+      return left >= right;
+    default:
+      return left == right;
+  }
+}
+
+double arithmetic(int code, double left, double right, bool integer_exponent, bool integer) {
+  switch (code) {
+    case kPlus:
+      return left + right;
+    case kMinus:
+      return left - right;
+    case kTimes:
+      return left * right;
+    case kDivide:
+      return divide(left, right, integer);
+    default:
+      return raise_to_power(left, right, integer_exponent, integer);
+  }
+}
+
+int apply_range(const StackEntry& left, const StackEntry& right) {
+  const double first = round_half_away(*values_of(left));
+  const double last = round_half_away(*values_of(right));
+  const bool good = left.base_type == kInteger && right.base_type == kInteger && first >= 1.0 &&
+                    last >= 1.0 && first <= last;
+  if (!good) return range_error();
+  pop_entries(2);
+  if (first == last) {
+    push_scalar(kInteger, first);
+  } else {
+    push_range(first, last);
+  }
+  return 0;
+}
+
+int apply_to_scalars(int code, const StackEntry& left, const StackEntry& right) {
+  const double a = *values_of(left), b = *values_of(right);
+  if (is_comparison(code)) {
+    replace_by_scalar(2, kInteger, compare(code, a, b) ? 1.0 : 0.0);
+    return 0;
+  }
+  switch (code) {
+    case kAnd:
+      replace_by_scalar(2, kInteger, a == 0.0 || b == 0.0 ? 0.0 : 1.0);
+      return 0;
+    case kOr:
+      replace_by_scalar(2, kInteger, a == 0.0 && b == 0.0 ? 0.0 : 1.0);
+      return 0;
+    case kColon:
+      return apply_range(left, right);
+    case kPlus:
+    case kMinus:
+    case kTimes:
+    case kDivide:
+    case kPower:
+      break;
+    default:
+      stop_on_inconsistency("dbg%- Unrecognized binary operation");
+  }
+  const bool integer = left.base_type == kInteger && right.base_type == kInteger;
+  const double result = arithmetic(code, a, b, right.base_type == kInteger, integer);
+  replace_by_scalar(2, integer ? kInteger : kReal, integer ? round_half_away(result) : result);
+  return 0;
+}
+
+// An array with a scalar on its right: every element, without rounding.
+int apply_to_array(int code, const StackEntry& left, const StackEntry& right) {
+  const bool allowed = left.shape == kArray && right.shape == kScalar &&
+                       (code == kPlus || code == kMinus || code == kTimes);
+  if (!allowed) return operand_error("Array operand", code);
+  const double b = *values_of(right);
+  double* const values = values_of(left);
+  for (int k = 0; k < left.length; ++k) values[k] = arithmetic(code, values[k], b, false, false);
+  pop_entries(1);
+  return 0;
+}
+
+int apply_binary(int code) {
+  const StackEntry& left = evaluation.entry[evaluation.depth - 1];
+  const StackEntry& right = top_entry();
+  if (!is_numeric(left.base_type) || !is_numeric(right.base_type)) {
+    return operand_error("Text operand or pointer", code);
+  }
+  if (left.shape != kScalar || right.shape != kScalar) return apply_to_array(code, left, right);
+  return apply_to_scalars(code, left, right);
+}
+
+int apply_unary(int code) {
+  const StackEntry& operand = top_entry();
+  if (!is_numeric(operand.base_type)) return operand_error("Text operand or pointer", code);
+  const bool is_sign = code == kPlus || code == kMinus;
+  if (operand.shape == kRange || (operand.shape == kArray && !is_sign)) {
+    return operand_error("Array operand", code);
+  }
+  double* const values = values_of(operand);
+  if (code == kMinus) {
+    for (int k = 0; k < operand.length; ++k) values[k] = -values[k];
+  } else if (code == kNot) {
+    replace_by_scalar(1, kInteger, *values == 0.0 ? 1.0 : 0.0);
+  } else if (!is_sign) {
+    stop_on_inconsistency("dbg%- Unrecognized unary operation");
+  }
+  return 0;
+}
+
+}  // namespace
+
+int apply_operator(int code, int operands) {
+  return operands == 1 ? apply_unary(code) : apply_binary(code);
+}
+
+double divide(double left, double right, bool integer) {
+  if (!integer) {
+    if (std::fabs(right) < kSmallestDivisor) {
+      stop_at_statement("%fat- Floating divide by zero");
+    }
+    return left / right;
+  }
+  const double a = round_half_away(left), b = round_half_away(right);
+  if (b == 0.0) stop_at_statement("%fat- Integer divide by zero");
+  constexpr double kExact = 9.0e18;
+  if (std::fabs(a) < kExact && std::fabs(b) < kExact) {
+    return static_cast<double>(static_cast<std::int64_t>(a) / static_cast<std::int64_t>(b));
+  }
+  return std::trunc(a / b);
+}
+
+double raise_to_power(double left, double right, bool integer_exponent, bool integer_result) {
+  if (!integer_exponent) return std::pow(left, right);
+  const double exponent = round_half_away(right);
+  if (left == 0.0 && exponent < 0.0) {
+    stop_at_statement(integer_result ? "%fat- Integer divide by zero"
+                                     : "%fat- Floating divide by zero");
+  }
+  return whole_power(left, exponent);
+}
+
+}  // namespace zorvik

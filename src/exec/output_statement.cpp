@@ -1,0 +1,129 @@
+#include "exec/output_statement.h"
+
+#include <cstring>
+
+#include "driver/messages.h"
+#include "driver/number_format.h"
+#include "driver/text.h"
+#include "driver/units.h"
+#include "exec/evaluation_stack.h"
+#include "exec/evaluator.h"
+#include "exec/run_state.h"
+#include "stores/keys.h"
+
+namespace zorvik {
+namespace {
+
+constexpr int kLineBuffer = 220;
+
+// Last column that a text may end at; a real may end one column later.
+constexpr int kLastColumn = 78;
+constexpr int kLastOutputColumn = 198;
+
+class LineWriter {
+ public:
+  LineWriter(int unit, bool is_output) : unit_(unit), is_output_(is_output) {}
+
+  void add_time(double time) { append(format_real(time)); }
+
+  void add_text(std::string_view text) { add(text, last_column()); }
+
+  void add_number(double value, BaseType base_type) {
+    const bool is_real = base_type == kReal;
+    const NumberText text = is_real ? format_real(value) : format_integer(round_half_away(value));
+    if (is_output_ && !(value < 0.0)) {
+      char signed_text[sizeof text.text + 1] = {' '};
+      std::memcpy(signed_text + 1, text.text, static_cast<std::size_t>(text.length));
+      add({signed_text, static_cast<std::size_t>(text.length) + 1}, last_column() + is_real);
+    } else {
+      add(text, last_column() + is_real);
+    }
+  }
+
+  // Writes the line without its trailing blank; an empty line is not written.
+  void flush() {
+    if (length_ == 0) return;
+    const std::string_view line(line_, static_cast<std::size_t>(length_ - 1));
+    length_ = 0;
+    if (is_output_) {
+      write_line(line);
+    } else if (!line.empty()) {
+      issue_message(unit_, line);
+    } else {
+      write_blank_line(unit_);  // a text of no characters
+    }
+  }
+
+ private:
+  int last_column() const { return is_output_ ? kLastOutputColumn : kLastColumn; }
+
+  void add(std::string_view text, int last) {
+    if (length_ + static_cast<int>(text.size()) > last) flush();
+    append(text);
+  }
+
+  void append(std::string_view text) {
+    std::memcpy(line_ + length_, text.data(), text.size());
+    length_ += static_cast<int>(text.size());
+    line_[length_++] = ' ';
+  }
+
+  void write_line(std::string_view line) const {
+    const int status = file_on(unit_).write_line({}, line);
+    if (status == 0) return;
+    stop_run(-listing_unit, message("%fat- Write error. Procedure ", run_state.name), status,
+             Stop::kWithNotice, evaluation.line);
+  }
+
+  int unit_;
+  bool is_output_;
+  int length_ = 0;
+  char line_[kLineBuffer];
+};
+
+void add_values(LineWriter& writer, const StackEntry& entry) {
+  if (entry.base_type == kCharacter) return writer.add_text(text_of(entry));
+  const std::int64_t count = element_count(entry);
+  for (std::int64_t k = 1; k <= count; ++k) {
+    writer.add_number(element_of(entry, k), entry.base_type);
+  }
+}
+
+// The unit of the running OUTPUT's file, opened by the first statement that writes to it.
+int open_output_file() {
+  std::int32_t* const header =
+      code_store.word + procedure_table.procedure[run_state.procedure].start - 1;
+  const int unit = kFirstOutputUnit + header[7];
+  if (header[8] != 0) {
+    open_file(unit, "OUT", run_state.name);
+    set_write_error_subject(unit, message("Procedure ", run_state.name));
+    header[8] = 0;
+  }
+  return unit;
+}
+
+LineWriter writer_of(StatementCode code) {
+  if (code == kCodePrint) return {kConsole, false};
+  if (run_state.context != Context::kOutput) return {listing_unit, false};
+  return {open_output_file(), true};
+}
+
+}  // namespace
+
+int execute_output_statement(StatementCode code, int position) {
+  adopt_format_key(main_key_value(kFormat));
+  LineWriter writer = writer_of(code);
+  if (code == kCodeWrite && run_state.context == Context::kOutput) {
+    writer.add_time(main_key_value(kTau));
+  }
+  for (;;) {
+    position = u92xt3(position);
+    add_values(writer, evaluation.entry[1]);
+    if (code_store.word[position] != kListSeparator) break;
+    ++position;
+  }
+  writer.flush();
+  return position;
+}
+
+}  // namespace zorvik

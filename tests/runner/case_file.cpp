@@ -1,0 +1,178 @@
+// A case file is cut into sections first: a heading, split into words, and the lines under it.
+#include "runner/case_file.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <sstream>
+
+#include "support/binary_text.h"
+#include "support/sample_plant.h"
+
+namespace zorvik::runner {
+namespace {
+
+struct Section {
+  std::string where;  // in which file, on which line
+  std::vector<std::string> heading;
+  std::vector<std::string> lines;
+
+  std::string word(std::size_t k) const { return k < heading.size() ? heading[k] : ""; }
+};
+
+[[noreturn]] void reject(const std::string& where, const std::string& why) {
+  std::cout << where << ": " << why << '\n';
+  std::exit(2);
+}
+
+// Replaces each {i}, {i+K}, {i-K}, with ":W" for W digits at least.
+std::string with_counter(std::string text, int i) {
+  for (std::size_t at = text.find("{i"); at != std::string::npos; at = text.find("{i", at)) {
+    int offset = 0, width = 1, used = 0;
+    const char* rest = text.c_str() + at + 2;
+    if (*rest == '+' || *rest == '-') {
+      std::sscanf(rest, "%d%n", &offset, &used);
+      rest += used;
+    }
+    if (*rest == ':') {
+      std::sscanf(rest + 1, "%d%n", &width, &used);
+      rest += used + 1;
+    }
+    char number[32];
+    std::snprintf(number, sizeof number, "%0*d", width, i + offset);
+    text.replace(at, static_cast<std::size_t>(rest + 1 - (text.c_str() + at)), number);
+  }
+  return text;
+}
+
+void append_expanded(std::vector<std::string>& lines, const std::string& line) {
+  int times = 0, used = 0;
+  if (std::sscanf(line.c_str(), "repeat %d | %n", &times, &used) != 1 || used == 0) {
+    lines.push_back(line);
+    return;
+  }
+  const std::string pattern = line.substr(line.find("| ") + 2);
+  for (int i = 1; i <= times; ++i) lines.push_back(with_counter(pattern, i));
+}
+
+std::string text_of(const Section& section) {
+  std::string text;
+  for (std::string line : section.lines) {
+    for (std::size_t k = line.size(); k > 0 && line[k - 1] == '~'; --k) line[k - 1] = ' ';
+    text += line + '\n';
+  }
+  return text;
+}
+
+std::string bytes_of(const Section& section) {
+  std::string bytes;
+  const std::string error = support::append_binary_text(section.lines, bytes);
+  if (!error.empty()) reject(section.where, error);
+  return bytes;
+}
+
+std::string content_as(const Section& section, const std::string& name, const std::string& form) {
+  if (form == "text" || form.empty()) return text_of(section);
+  if (form == "binary") return bytes_of(section);
+  for (const auto& file : support::sample_files()) {
+    if (form == "sample" && file.name == name) return file.bytes();
+  }
+  reject(section.where, "neither text nor binary nor a file of the sample plant");
+}
+
+void add_expectation(const Section& section, Case& c, std::size_t name_at) {
+  static const std::map<std::string, Match> matches = {{"contains", Match::kContains},
+                                                       {"lacks", Match::kLacks},
+                                                       {"any", Match::kAny},
+                                                       {"absent", Match::kAbsent}};
+  const std::string name = section.word(name_at);
+  const std::string how = section.word(0) == "absent" ? "absent" : section.word(name_at + 1);
+  if (const auto found = matches.find(how); found != matches.end()) {
+    if ((how == "contains" || how == "lacks") == section.lines.empty()) {
+      reject(section.where, "lines where none belong, or none where some do");
+    }
+    c.expectations.push_back({name, found->second, false, text_of(section)});
+  } else {
+    c.expectations.push_back(
+        {name, Match::kWhole, how == "binary", content_as(section, name, how)});
+  }
+}
+
+void add_section(const Section& section, Case& c, const std::string& repository) {
+  const std::string kind = section.word(0), name = section.word(1);
+  if (kind == "zrvdat") {
+    c.inputs[kind] = text_of(section);
+  } else if (kind == "program") {
+    c.inputs["zrvdat"] = content_of(repository + '/' + name);
+  } else if (kind == "vnxres" || kind == "vnxsav" || kind == "nwsp_dat") {
+    c.inputs[kind] = bytes_of(section);
+  } else if (kind == "input") {
+    c.inputs[name] = content_as(section, name, section.word(2));
+  } else if (kind == "console" || kind == "zrvlis") {
+    add_expectation(section, c, 0);
+  } else if (kind == "file" || kind == "absent") {
+    add_expectation(section, c, 1);
+  } else if (kind == "status") {
+    c.status = std::atoi(name.c_str());
+  } else if (kind == "sweep") {
+    if (!c.inputs.contains(name)) reject(section.where, "sweep of what is no input");
+    const std::size_t integers = std::strtoul(section.word(3).c_str(), nullptr, 10);
+    if (c.inputs[name].size() / 4 < integers) {
+      reject(section.where, "fewer integers than the sweep names");
+    }
+    c.sweeps.push_back({name, integers});
+  } else {
+    reject(section.where, "unknown section: " + kind);
+  }
+}
+
+std::vector<std::string> words_of(const std::string& text) {
+  std::istringstream in(text);
+  return {std::istream_iterator<std::string>(in), {}};
+}
+
+void close_section(Section& section, Case& c, const std::string& repository) {
+  if (section.heading.empty()) return;
+  while (!section.lines.empty() && section.lines.back().empty()) section.lines.pop_back();
+  add_section(section, c, repository);
+  section = {};
+}
+
+}  // namespace
+
+std::string content_of(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  if (!in) reject(path, "cannot be read");
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+std::vector<Case> read_case_file(const std::string& path, const std::string& repository) {
+  std::istringstream in(content_of(path));
+  std::vector<Case> cases;
+  Case common{};  // what stands before the first case
+  Section section{};
+  int line_number = 0;
+  for (std::string line; std::getline(in, line);) {
+    ++line_number;
+    const bool starts_case = line.starts_with("=== ");
+    if (starts_case || line.starts_with("--- ")) {
+      close_section(section, cases.empty() ? common : cases.back(), repository);
+    }
+    if (starts_case) {
+      cases.push_back(common);
+      cases.back().rule = line.substr(4);
+      cases.back().line = line_number;
+    } else if (line.starts_with("--- ")) {
+      section = {path + ':' + std::to_string(line_number), words_of(line.substr(4)), {}};
+    } else if (!section.heading.empty()) {
+      append_expanded(section.lines, line);
+    }
+  }
+  if (cases.empty()) reject(path, "holds no case");
+  close_section(section, cases.back(), repository);
+  return cases;
+}
+
+}  // namespace zorvik::runner

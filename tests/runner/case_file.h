@@ -1,0 +1,64 @@
+// Case files: whole runs of the program, several related ones in a file.
+//
+//   === the rule of the case in one sentence
+//   --- zrvdat                     the program text; so too: program PATH (a file of the
+//   repository)
+//   --- vnxres                     an input file as commented binary text; so too vnxsav, nwsp_dat
+//   --- input NAME text            an input file as it stands here; or: binary, or: sample (the
+//                                  file of that name of the sample plant)
+//   --- console                    what the console must hold; without it, nothing. `console any`
+//   --- zrvlis                     the whole listing; so too: file NAME
+//   --- zrvlis contains            these lines, one after the other, somewhere; or: lacks
+//   --- file NAME binary           the bytes, as commented binary text; or: any
+//   --- absent NAME                a file that must not exist
+//   --- status 1                   the exit status; without it, 0
+//   --- sweep NAME                 besides, every shorter NAME must give a defined end
+//   --- sweep NAME ints N          besides, so must hostile values in its first N integers
+//
+// Sections before the first "===" hold for every case of the file, which may give its own program,
+// input or status instead; text before them is a comment. Empty lines at a section's end do not
+// count. Each "~" at a line's end stands for a blank. A line `repeat 3 | X{i} = {i+10:4};` stands
+// for three lines, {i} counting from 1; ":4" gives a number of four digits. Input files must be as
+// they were after the run, and no file may appear that the case does not name; the listing need not
+// be named.
+#ifndef ZORVIK_TESTS_RUNNER_CASE_FILE_H_
+#define ZORVIK_TESTS_RUNNER_CASE_FILE_H_
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace zorvik::runner {
+
+enum class Match { kWhole, kContains, kLacks, kAny, kAbsent };
+
+struct Expectation {
+  std::string name;  // of a file, or "console"
+  Match match;
+  bool binary;
+  std::string content;
+};
+
+struct Sweep {
+  std::string name;
+  std::size_t integers;  // replaced in turn; 0: the file is cut instead
+};
+
+struct Case {
+  std::string rule;
+  int line;                                   // in the case file
+  std::map<std::string, std::string> inputs;  // content by name
+  std::vector<Expectation> expectations;
+  std::vector<Sweep> sweeps;
+  int status;
+};
+
+// Reads the cases of a file; a file that is not understood ends the runner with status 2.
+std::vector<Case> read_case_file(const std::string& path, const std::string& repository);
+
+// A file's content; ends the runner when it cannot be read.
+std::string content_of(const std::string& path);
+
+}  // namespace zorvik::runner
+
+#endif  // ZORVIK_TESTS_RUNNER_CASE_FILE_H_

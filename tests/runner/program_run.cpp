@@ -1,0 +1,56 @@
+#include "runner/program_run.h"
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+
+#include "runner/case_file.h"
+
+namespace zorvik::runner {
+namespace {
+
+constexpr unsigned kLongestRun = 100;  // seconds; a run that hangs is ended by the alarm signal
+
+void redirect(int descriptor, const std::filesystem::path& path) {
+  dup2(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), descriptor);
+}
+
+}  // namespace
+
+ProgramRun::ProgramRun(const std::string& program) : program_(std::filesystem::absolute(program)) {
+  std::string pattern = std::filesystem::temp_directory_path() / "zorvik_case_XXXXXX";
+  if (mkdtemp(pattern.data()) == nullptr) {
+    std::cout << "no temporary directory: " << pattern << '\n';
+    std::exit(2);
+  }
+  root_ = pattern;
+  directory_ = root_ / "run";
+}
+
+ProgramRun::~ProgramRun() { std::filesystem::remove_all(root_); }
+
+RunResult ProgramRun::run(const std::map<std::string, std::string>& files) {
+  std::filesystem::remove_all(directory_);
+  std::filesystem::create_directory(directory_);
+  for (const auto& [name, content] : files) {
+    std::ofstream(directory_ / name, std::ios::binary) << content;
+  }
+  const pid_t child = fork();
+  if (child == 0) {
+    redirect(STDOUT_FILENO, root_ / "console");
+    redirect(STDERR_FILENO, root_ / "errors");
+    alarm(kLongestRun);
+    if (chdir(directory_.c_str()) == 0) execl(program_.c_str(), program_.c_str(), nullptr);
+    _exit(127);
+  }
+  int state = 0;
+  waitpid(child, &state, 0);
+  return {WIFEXITED(state) ? WEXITSTATUS(state) : -WTERMSIG(state), content_of(root_ / "console"),
+          content_of(root_ / "errors")};
+}
+
+}  // namespace zorvik::runner

@@ -1,0 +1,33 @@
+// Commented binary text: the bytes of an input or expected file, written so that a reader can
+// follow them. A line is a word and its values; "#" after a blank or at the line's start begins a
+// comment.
+//   int32 5 1 6 0        little-endian integers
+//   real  0.5 3*2.5      doubles; N*V is V N times; "undefined" is the undefined-value marker
+//   byte  0A ff          bytes in hexadecimal
+//   name  X(1:2)         a text padded with blanks to 40 characters
+//   text  20 EVENT       a text padded with blanks to the given width
+//   chars A title        a text as it is
+//   cut   3              drops the last 3 bytes: a damaged end
+// A text may stand between double quotes to keep blanks or "#" in it.
+#ifndef ZORVIK_TESTS_SUPPORT_BINARY_TEXT_H_
+#define ZORVIK_TESTS_SUPPORT_BINARY_TEXT_H_
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zorvik::support {
+
+constexpr double kUndefinedMarker = 8.9e307;
+
+void append_int32(std::string& bytes, std::int32_t value);
+void append_real(std::string& bytes, double value);
+void append_text(std::string& bytes, std::string_view text, std::size_t width);  // cut or padded
+
+// The bytes that the lines describe, appended to `bytes`. Returns an empty text, or what is wrong.
+std::string append_binary_text(const std::vector<std::string>& lines, std::string& bytes);
+
+}  // namespace zorvik::support
+
+#endif  // ZORVIK_TESTS_SUPPORT_BINARY_TEXT_H_
