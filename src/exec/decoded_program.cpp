@@ -69,7 +69,7 @@ bool apply_rare(const Instruction& i, double a, double b, double& result) {
       return true;
     case Op::kRemainder:
       if (b == 0.0 || !is_whole(a) || !is_whole(b)) return false;
-      result = std::fmod(a, b) + 0.0;
+      result = static_cast<double>(static_cast<std::int64_t>(a) % static_cast<std::int64_t>(b));
       return true;
     case Op::kMaximum:
       result = a > b ? a : b;
@@ -80,165 +80,199 @@ bool apply_rare(const Instruction& i, double a, double b, double& result) {
   }
 }
 
-// One ENDDO; false when the general evaluator has something to say.
-bool repeat_loop(const Instruction& i, int& position) {
-  LoopRecord& loop = *i.loop;
-  if (loop.variable == nullptr || *loop.variable != static_cast<double>(loop.current)) return false;
-  position = advance_loop(loop) ? i.target : i.count;
+// Starts a loop; false when the general evaluator has something to say.
+bool start_loop(const Instruction& i, bool& enters) {
+  if (!is_whole(*i.a) || !is_whole(*i.b) || !is_whole(*i.c) || *i.c == 0.0) {
+    return false;
+  }
+  const auto initial = static_cast<std::int64_t>(*i.a);
+  *i.loop = {i.to, initial, static_cast<std::int64_t>(*i.b), static_cast<std::int64_t>(*i.c),
+             initial};
+  *i.to = static_cast<double>(initial);
+  enters = loop_continues(*i.loop);
   return true;
+}
+
+bool may_repeat(const LoopRecord& loop) {
+  return loop.variable != nullptr && *loop.variable == static_cast<double>(loop.current);
+}
+
+// The first instruction of the statement at the code position; null when it is not decoded.
+const Instruction* first_instruction(int position) {
+  int start = decoded_program.start[position];
+  if (start == 0) start = decode_statement(position);
+  return start <= 0 ? nullptr : decoded_program.instruction + start - 1;
+}
+
+// The instruction that a branch leads to, found once.
+const Instruction* taken(const Instruction* i) {
+  Instruction& branch = decoded_program.instruction[i - decoded_program.instruction];
+  if (branch.other == nullptr) branch.other = first_instruction(branch.target);
+  return branch.other;
+}
+
+// What follows a finished statement; the instruction before the kGo leads there directly from now
+// on.
+const Instruction* go_on(const Instruction* i) {
+  const Instruction* const found = taken(i);
+  const auto k = i - decoded_program.instruction;
+  if (found != nullptr && k > 0) {
+    Instruction& before = decoded_program.instruction[k - 1];
+    if (before.statement == i->statement) before.next = found;
+  }
+  return found;
 }
 
 }  // namespace
 
 int run_decoded(int position, int& jumps, int max_jumps) {
-  const DecodedProgram& program = decoded_program;
+  const Instruction* next = first_instruction(position);
+  if (next == nullptr) return position;
   for (;;) {
-    int start = program.start[position];
-    if (start == 0) start = decode_statement(position);
-    if (start <= 0) return position;
-    const Instruction* next = program.instruction + start - 1;
-    for (bool in_statement = true; in_statement;) {
-      const Instruction& i = *next++;
-      switch (i.op) {
-        case Op::kAdd:
-          if (undefined(*i.a) || undefined(*i.b)) return position;
-          *i.to = *i.a + *i.b;
-          break;
-        case Op::kSubtract:
-          if (undefined(*i.a) || undefined(*i.b)) return position;
-          *i.to = *i.a - *i.b;
-          break;
-        case Op::kMultiply:
-          if (undefined(*i.a) || undefined(*i.b)) return position;
-          *i.to = *i.a * *i.b;
-          break;
-        case Op::kDivide:
-          if (undefined(*i.a) || undefined(*i.b) || std::fabs(*i.b) < kSmallestDivisor) {
-            return position;
-          }
-          *i.to = *i.a / *i.b;
-          break;
-        case Op::kAddWhole: {
-          const double result = *i.a + *i.b;
-          if (undefined(*i.a) || undefined(*i.b) || !is_whole(result)) return position;
-          *i.to = result + 0.0;
-          break;
+    const Instruction& i = *next;
+    next = i.next;
+    switch (i.op) {
+      case Op::kAdd:
+        if (undefined(*i.a) || undefined(*i.b)) return i.statement;
+        *i.to = *i.a + *i.b;
+        break;
+      case Op::kSubtract:
+        if (undefined(*i.a) || undefined(*i.b)) return i.statement;
+        *i.to = *i.a - *i.b;
+        break;
+      case Op::kMultiply:
+        if (undefined(*i.a) || undefined(*i.b)) return i.statement;
+        *i.to = *i.a * *i.b;
+        break;
+      case Op::kDivide:
+        if (undefined(*i.a) || undefined(*i.b) || std::fabs(*i.b) < kSmallestDivisor) {
+          return i.statement;
         }
-        case Op::kSubtractWhole: {
-          const double result = *i.a - *i.b;
-          if (undefined(*i.a) || undefined(*i.b) || !is_whole(result)) return position;
-          *i.to = result + 0.0;
-          break;
-        }
-        case Op::kMultiplyWhole: {
-          const double result = *i.a * *i.b;
-          if (undefined(*i.a) || undefined(*i.b) || !is_whole(result)) return position;
-          *i.to = result + 0.0;
-          break;
-        }
-        case Op::kPower:
-        case Op::kPowerWhole:
-        case Op::kDivideWhole:
-        case Op::kRemainder:
-        case Op::kMaximum:
-        case Op::kMinimum: {
-          double result;
-          if (undefined(*i.a) || undefined(*i.b) || !apply_rare(i, *i.a, *i.b, result)) {
-            return position;
-          }
-          *i.to = result;
-          break;
-        }
-        case Op::kAnd:
-          if (undefined(*i.a) || undefined(*i.b)) return position;
-          *i.to = *i.a == 0.0 || *i.b == 0.0 ? 0.0 : 1.0;
-          break;
-        case Op::kOr:
-          if (undefined(*i.a) || undefined(*i.b)) return position;
-          *i.to = *i.a == 0.0 && *i.b == 0.0 ? 0.0 : 1.0;
-          break;
-        case Op::kLess:
-        case Op::kGreater:
-        case Op::kLessEqual:
-        case Op::kNotEqual:
-        case Op::kGreaterEqual:
-        case Op::kEqual:
-          if (undefined(*i.a) || undefined(*i.b)) return position;
-          *i.to = holds(i.op, *i.a, *i.b) ? 1.0 : 0.0;
-          break;
-        case Op::kUnlessLess:
-        case Op::kUnlessGreater:
-        case Op::kUnlessLessEqual:
-        case Op::kUnlessNotEqual:
-        case Op::kUnlessGreaterEqual:
-        case Op::kUnlessEqual:
-          if (undefined(*i.a) || undefined(*i.b)) return position;
-          if (!holds(i.op, *i.a, *i.b)) {
-            position = i.target;
-            in_statement = false;
-          }
-          break;
-        case Op::kUnless:
-          if (undefined(*i.a)) return position;
-          if (*i.a == 0.0) {
-            position = i.target;
-            in_statement = false;
-          }
-          break;
-        case Op::kCopy:
-          if (undefined(*i.a)) return position;
-          *i.to = *i.a;
-          break;
-        case Op::kNegate:
-          if (undefined(*i.a)) return position;
-          *i.to = -*i.a;
-          break;
-        case Op::kNot:
-          if (undefined(*i.a)) return position;
-          *i.to = *i.a == 0.0 ? 1.0 : 0.0;
-          break;
-        case Op::kFunction:
-          if (undefined(*i.a)) return position;
-          evaluation.line = i.target;
-          *i.to = elementary_value(i.count, *i.a);
-          break;
-        case Op::kColumn:
-          if (!is_subscript(*i.a, i.count)) return position;
-          *i.to = (*i.a - 1.0) * i.target;
-          break;
-        case Op::kLoadElement:
-          if (!is_subscript(*i.a, i.count)) return position;
-          if (undefined(*element_at(i, 0.0))) return position;
-          *i.to = *element_at(i, 0.0);
-          break;
-        case Op::kLoadElement2:
-          if (!is_subscript(*i.a, i.count)) return position;
-          if (undefined(*element_at(i, *i.b))) return position;
-          *i.to = *element_at(i, *i.b);
-          break;
-        case Op::kStoreElement:
-          if (!is_subscript(*i.a, i.count) || undefined(*i.b)) return position;
-          *element_at(i, 0.0) = *i.b;
-          break;
-        case Op::kStoreElement2:
-          if (!is_subscript(*i.a, i.count) || undefined(*i.b)) return position;
-          *element_at(i, *i.to) = *i.b;
-          break;
-        case Op::kGo:
-          position = i.target;
-          in_statement = false;
-          break;
-        case Op::kJump:
-          if (jumps == max_jumps) return position;
-          ++jumps;
-          position = i.target;
-          in_statement = false;
-          break;
-        case Op::kEnddo:
-          if (!repeat_loop(i, position)) return position;
-          in_statement = false;
-          break;
+        *i.to = *i.a / *i.b;
+        break;
+      case Op::kAddWhole: {
+        const double result = *i.a + *i.b;
+        if (undefined(*i.a) || undefined(*i.b) || !is_whole(result)) return i.statement;
+        *i.to = result + 0.0;
+        break;
       }
+      case Op::kSubtractWhole: {
+        const double result = *i.a - *i.b;
+        if (undefined(*i.a) || undefined(*i.b) || !is_whole(result)) return i.statement;
+        *i.to = result + 0.0;
+        break;
+      }
+      case Op::kMultiplyWhole: {
+        const double result = *i.a * *i.b;
+        if (undefined(*i.a) || undefined(*i.b) || !is_whole(result)) return i.statement;
+        *i.to = result + 0.0;
+        break;
+      }
+      case Op::kPower:
+      case Op::kPowerWhole:
+      case Op::kDivideWhole:
+      case Op::kRemainder:
+      case Op::kMaximum:
+      case Op::kMinimum: {
+        double result;
+        if (undefined(*i.a) || undefined(*i.b) || !apply_rare(i, *i.a, *i.b, result)) {
+          return i.statement;
+        }
+        *i.to = result;
+        break;
+      }
+      case Op::kAnd:
+        if (undefined(*i.a) || undefined(*i.b)) return i.statement;
+        *i.to = *i.a == 0.0 || *i.b == 0.0 ? 0.0 : 1.0;
+        break;
+      case Op::kOr:
+        if (undefined(*i.a) || undefined(*i.b)) return i.statement;
+        *i.to = *i.a == 0.0 && *i.b == 0.0 ? 0.0 : 1.0;
+        break;
+      case Op::kLess:
+      case Op::kGreater:
+      case Op::kLessEqual:
+      case Op::kNotEqual:
+      case Op::kGreaterEqual:
+      case Op::kEqual:
+        if (undefined(*i.a) || undefined(*i.b)) return i.statement;
+        *i.to = holds(i.op, *i.a, *i.b) ? 1.0 : 0.0;
+        break;
+      case Op::kUnlessLess:
+      case Op::kUnlessGreater:
+      case Op::kUnlessLessEqual:
+      case Op::kUnlessNotEqual:
+      case Op::kUnlessGreaterEqual:
+      case Op::kUnlessEqual:
+        if (undefined(*i.a) || undefined(*i.b)) return i.statement;
+        if (holds(i.op, *i.a, *i.b)) break;
+        if (next = taken(&i); next == nullptr) return i.target;
+        break;
+      case Op::kUnless:
+        if (undefined(*i.a)) return i.statement;
+        if (*i.a != 0.0) break;
+        if (next = taken(&i); next == nullptr) return i.target;
+        break;
+      case Op::kCopy:
+        if (undefined(*i.a)) return i.statement;
+        *i.to = *i.a;
+        break;
+      case Op::kNegate:
+        if (undefined(*i.a)) return i.statement;
+        *i.to = -*i.a;
+        break;
+      case Op::kNot:
+        if (undefined(*i.a)) return i.statement;
+        *i.to = *i.a == 0.0 ? 1.0 : 0.0;
+        break;
+      case Op::kFunction:
+        if (undefined(*i.a)) return i.statement;
+        evaluation.line = i.target;
+        *i.to = elementary_value(i.count, *i.a);
+        break;
+      case Op::kColumn:
+        if (!is_subscript(*i.a, i.count)) return i.statement;
+        *i.to = (*i.a - 1.0) * i.target;
+        break;
+      case Op::kLoadElement:
+      case Op::kLoadElement2: {
+        if (!is_subscript(*i.a, i.count)) return i.statement;
+        const double element = *element_at(i, i.b == nullptr ? 0.0 : *i.b);
+        if (undefined(element)) return i.statement;
+        *i.to = element;
+        break;
+      }
+      case Op::kStoreElement:
+      case Op::kStoreElement2:
+        if (!is_subscript(*i.a, i.count) || undefined(*i.b)) return i.statement;
+        *element_at(i, i.to == nullptr ? 0.0 : *i.to) = *i.b;
+        break;
+      case Op::kGo:
+        if (next = go_on(&i); next == nullptr) return i.target;
+        break;
+      case Op::kJump:
+        if (jumps == max_jumps) return i.statement;
+        ++jumps;
+        if (next = taken(&i); next == nullptr) return i.target;
+        break;
+      case Op::kDo: {
+        bool enters;
+        if (!start_loop(i, enters)) return i.statement;
+        if (!enters) {
+          if (next = first_instruction(i.count); next == nullptr) return i.count;
+        } else if (next = taken(&i); next == nullptr) {
+          return i.target;
+        }
+        break;
+      }
+      case Op::kEnddo:
+        if (!may_repeat(*i.loop)) return i.statement;
+        if (!advance_loop(*i.loop)) {
+          if (next = first_instruction(i.count); next == nullptr) return i.count;
+        } else if (next = taken(&i); next == nullptr) {
+          return i.target;
+        }
+        break;
     }
   }
 }

@@ -32,7 +32,7 @@ enum class Op : std::uint8_t {
   kMinimum,
   kAnd,
   kOr,
-  // Comparisons, and in the same order branches to position `target` when they do not hold.
+  // Comparisons, and in the same order branches to `target` when they do not hold.
   kLess,
   kGreater,
   kLessEqual,
@@ -60,17 +60,22 @@ enum class Op : std::uint8_t {
   // Going on at code position `target`.
   kGo,
   kJump,   // the same, counted as a GOTO
+  kDo,     // starts `loop` over `to` from a to b by c, its body at `target`, or goes on at `count`
   kEnddo,  // of `loop`: to its body at `target`, or on at `count`
 };
 
 struct Instruction {
   Op op = Op{};
   int target = 0, count = 0;
+  int statement = 0;  // code position of the statement that it is a part of
   double* to = nullptr;
   const double* a = nullptr;
   const double* b = nullptr;
+  const double* c = nullptr;
   double* block = nullptr;
   LoopRecord* loop = nullptr;
+  const Instruction* next = nullptr;   // what follows when nothing branches
+  const Instruction* other = nullptr;  // what stands at `target`, once known
 };
 
 constexpr int kInstructionCapacity = kCodeCapacity;

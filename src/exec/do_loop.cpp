@@ -36,10 +36,6 @@ std::int64_t whole(double value) {
   return static_cast<std::int64_t>(std::min(rounded, kLargest));
 }
 
-bool continues(const LoopRecord& record) {
-  return record.step >= 1 ? record.current <= record.limit : record.current >= record.limit;
-}
-
 double* create_loop_variable(const Reference& reference) {
   const int number = reference.variable.number;
   if (reference.subscripts > 0) {
@@ -82,9 +78,13 @@ LoopRecord& loop_record_before(int body) {
   return loop_records[(body - kLoopRecordWords) / kLoopRecordWords];
 }
 
+bool loop_continues(const LoopRecord& record) {
+  return record.step >= 1 ? record.current <= record.limit : record.current >= record.limit;
+}
+
 bool advance_loop(LoopRecord& record) {
   record.current += record.step;
-  const bool again = continues(record);
+  const bool again = loop_continues(record);
   *record.variable = static_cast<double>(again ? record.current : record.initial);
   return again;
 }
@@ -105,7 +105,7 @@ int execute_do(int position) {
   }
   const int body = position + kLoopRecordWords;
   loop_record_before(body) = record;
-  return continues(record) ? body : after_loop;
+  return loop_continues(record) ? body : after_loop;
 }
 
 int execute_enddo(int position) {

@@ -15,6 +15,9 @@ struct LoopRecord {
 // The record of the loop whose body begins at that code position.
 LoopRecord& loop_record_before(int body);
 
+// True while the count has not passed the limit.
+bool loop_continues(const LoopRecord& record);
+
 // Counts the loop on and stores its variable; true when the body is to run again. At the loop's end
 // the variable holds the initial value.
 bool advance_loop(LoopRecord& record);

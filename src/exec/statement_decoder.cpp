@@ -62,6 +62,11 @@ class Decoder {
     const bool good = decode_by_code();
     int& start = decoded_program.start[position_];
     if (good && !full_) {
+      for (int k = first_; k < decoded_program.count; ++k) {
+        Instruction& instruction = decoded_program.instruction[k];
+        instruction.statement = position_;
+        instruction.next = &instruction + 1;
+      }
       start = first_ + 1;
     } else {
       decoded_program.count = first_;
@@ -88,14 +93,10 @@ class Decoder {
       case kCodeGoto:
         emit({.op = Op::kJump, .target = code_store.word[position_ + 1]});
         return true;
-      case kCodeEnddo: {
-        const int body = code_store.word[position_ + 1];
-        emit({.op = Op::kEnddo,
-              .target = body,
-              .count = position_ + kPairWords,
-              .loop = &loop_record_before(body)});
-        return true;
-      }
+      case kCodeDo:
+        return decode_do();
+      case kCodeEnddo:
+        return decode_enddo();
       default:
         return false;
     }
@@ -304,6 +305,61 @@ class Decoder {
           .a = element.row,
           .b = value.value,
           .block = element.variable.values()});
+    return true;
+  }
+
+  bool decode_enddo() {
+    const int body = code_store.word[position_ + 1];
+    emit({.op = Op::kEnddo,
+          .target = body,
+          .count = position_ + kPairWords,
+          .loop = &loop_record_before(body)});
+    return true;
+  }
+
+  // Decodes a bound or the step of a DO, which must not name the loop's variable: that has its
+  // initial value by then.
+  const double* decode_bound(int at, const Item& loop_variable) {
+    const int count = code_store.word[at];
+    for (int k = 0; k < count; ++k) {
+      if (code_item(at, count, k).first == loop_variable.first) return nullptr;
+    }
+    return decode_whole(at);
+  }
+
+  const double* decode_whole(int at) {
+    if (!decode_value(at)) return nullptr;
+    const Place value = pop();
+    return value.type == kInteger ? value.value : nullptr;
+  }
+
+  bool decode_do() {
+    static constexpr double kOne = 1.0;
+    int at = position_ + 2;
+    if (code_store.word[at] != 1) return false;  // an element
+    const Item target = code_item(at, code_store.word[at], 0);
+    const Variable variable = variable_of(target);
+    if (!is_plain(variable) || variable.rank != 0 || variable.base_type != kInteger) return false;
+    at = after_expression(at);
+    const double* const initial = decode_whole(at);
+    at = after_expression(at) + 1;
+    const double* const limit = initial == nullptr ? nullptr : decode_bound(at, target);
+    at = after_expression(at);
+    const double* step = &kOne;
+    if (code_store.word[at] == kListSeparator) {
+      step = limit == nullptr ? nullptr : decode_bound(at + 1, target);
+      at = after_expression(at + 1);
+    }
+    if (limit == nullptr || step == nullptr) return false;
+    const int body = at + kLoopRecordWords;
+    emit({.op = Op::kDo,
+          .target = body,
+          .count = code_store.word[position_ + 1] + kPairWords,
+          .to = variable.values(),
+          .a = initial,
+          .b = limit,
+          .c = step,
+          .loop = &loop_record_before(body)});
     return true;
   }
 
