@@ -198,7 +198,10 @@ TEST_F(SaveFiles, CutsAreShownAndRepaired) {
       " %fat- Number of records in <vnxsav> is 0. Only control structures are "
       "present\n       Utility can not execute command SHOW. Function SCMD2\n";
   // Every byte of the last record, every fifth one before it.
-  for (std::size_t size = 0; size <= whole.size(); size += size < first ? 5 : 1) {
+  const auto next_size = [&](std::size_t size) {
+    return size < first ? std::min(size + 5, first) : size + 1;
+  };
+  for (std::size_t size = 0; size <= whole.size(); size = next_size(size)) {
     SCOPED_TRACE(size);
     const bool clean = size == controls || size == first || size == whole.size();
     put("vnxsav", whole.substr(0, size));
