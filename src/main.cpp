@@ -1,4 +1,5 @@
 // The run: nine steps in a fixed order, nothing else.
+#include <csignal>
 #include <cstdio>
 #include <string_view>
 
@@ -33,6 +34,7 @@ void report_used_space() {
 }
 
 [[noreturn]] void run() {
+  std::signal(SIGPIPE, SIG_IGN);  // a console that is gone must not cost the files
   flush_denormals_to_zero();
   set_up_tables();
   open_file(kProgramUnit, "DAT");

@@ -64,7 +64,8 @@ Outcome check_statement(int unit, const Lexeme& head) {
   if (is_function(head.code)) return reject(unit, head, invalid_here("Function", head));
   if (head.is(kLabel)) return define_label(unit, head);
   if (statement_state.context == Context::kNone && !head.is(kOutput)) {
-    return reject(unit, head, kNoProcedure);
+    report_error_at(head.column, kNoProcedure);
+    return skip_statement(unit);  // past the lexeme, even when it is a keyword
   }
   return head.is(kName) ? check_assignment(unit, head) : check_keyword(unit, head);
 }

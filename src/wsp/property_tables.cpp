@@ -1,0 +1,36 @@
+#include "wsp/property_tables.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+
+namespace zorvik {
+
+constinit PropertyTables property_tables{};
+
+namespace {
+
+constexpr int kRunMode = 99;
+constexpr int kPatchedInRunMode[kPropertyCount] = {1, 2, 0, 4, 5, 0, 0, 0, 0, 0, 0, 12, 0, 0, 15};
+constexpr int kPatchedOtherwise[kPropertyCount] = {1, 2, 0, 4, 5, 0, 0, 0, 0, 0, 11, 12, 0, 14, 15};
+constexpr double kExtendedPressureLimit = 22000000.0;
+constexpr double kWidestTolerance = 50.0;
+
+}  // namespace
+
+void reset_property_tables() { std::memset(&property_tables, 0, sizeof property_tables); }
+
+void set_property_options(int mode, double option) {
+  PropertyTables& tables = property_tables;
+  const int np = tables.header.np, nt = tables.header.nt;
+  tables.patched = mode == kRunMode || mode == -kRunMode ? kPatchedInRunMode : kPatchedOtherwise;
+  tables.extended = option < 0;
+  const double width = std::fabs(option);
+  tables.tolerance = width >= 1 ? std::min(width, kWidestTolerance) : kWidestTolerance;
+  tables.pressure_limit = tables.extended ? kExtendedPressureLimit : tables.pressure[np - 1];
+  const int last_row = tables.extended ? std::clamp<int>(tables.steam_rows, 1, nt) : nt;
+  tables.temperature_limit = tables.temperature[last_row - 1];
+}
+
+}  // namespace zorvik
