@@ -415,7 +415,7 @@ TEST_F(SaveFiles, AWrongTextIsRefusedWithItsLine) {
     text.replace(text.find(c.from), std::string(c.from).size(), c.to);
     put("savtxt", text);
     remove("vnxsav");
-    expect_refusal(scmd2("FROM_TEXT SAVING"), std::string(" ") + c.message + "\n" + last);
+    expect_refusal(scmd2("FROM_TEXT SAVING"), " " + std::string(c.message) + "\n" + last);
   }
 }
 
