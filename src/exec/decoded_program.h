@@ -82,11 +82,11 @@ constexpr int kInstructionCapacity = kCodeCapacity;
 constexpr int kTemporaries = 200;
 
 struct DecodedProgram {
-  Instruction instruction[kInstructionCapacity];
-  int count;
+  Instruction instruction[kInstructionCapacity] = {};
+  int count = 0;
   // By code position of a statement: its first instruction + 1; 0 not decoded yet, -1 never.
-  int start[kCodeCapacity + 1];
-  double temporary[kTemporaries];
+  int start[kCodeCapacity + 1] = {};
+  double temporary[kTemporaries] = {};
 };
 extern DecodedProgram decoded_program;
 

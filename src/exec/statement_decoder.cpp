@@ -8,7 +8,7 @@
 
 namespace zorvik {
 
-DecodedProgram decoded_program;
+constinit DecodedProgram decoded_program;
 
 namespace {
 
