@@ -114,6 +114,12 @@ void add_section(const Section& section, Case& c, const std::string& repository)
     add_expectation(section, c, 0);
   } else if (kind == "file" || kind == "absent") {
     add_expectation(section, c, 1);
+  } else if (kind == "stops") {
+    c.status = 1;
+    c.expectations.push_back({"console", Match::kWhole, false, " Errors detected. See listing\n"});
+    const bool whole = name == "whole";
+    c.expectations.push_back(
+        {"zrvlis", whole ? Match::kWhole : Match::kContains, false, text_of(section)});
   } else if (kind == "status") {
     c.status = std::atoi(name.c_str());
   } else if (kind == "errors") {
