@@ -161,6 +161,20 @@ ReadStatus File::read_at(std::int64_t position, void* to, std::size_t bytes) {
   return ReadStatus::kOk;
 }
 
+ReadStatus File::skip(std::int64_t bytes) {
+  if (!writing_ && bytes <= static_cast<std::int64_t>(end_ - next_)) {
+    next_ += static_cast<std::size_t>(bytes);
+    position_ += bytes;
+    return ReadStatus::kOk;
+  }
+  const std::int64_t end = size();
+  if (end < 0) return ReadStatus::kError;
+  const std::int64_t left = std::max<std::int64_t>(end - position_, 0);
+  if (seek(position_ + std::min(left, bytes)) != 0) return ReadStatus::kError;
+  if (left >= bytes) return ReadStatus::kOk;
+  return left == 0 ? ReadStatus::kEnd : ReadStatus::kCut;
+}
+
 ReadStatus File::read_line(char* to, int capacity, int& length) {
   length = 0;
   if (writing_ && flush() != 0) return ReadStatus::kError;
@@ -191,6 +205,13 @@ int File::write(const void* from, std::size_t bytes) {
     next_ = end_ = 0;
   }
   const char* source = static_cast<const char*>(from);
+  if (bytes >= kBufferBytes && seekable_) {  // straight to the system
+    if (flush() != 0) return write_failure_;
+    write_failure_ = write_all(descriptor_, source, bytes, position_);
+    if (write_failure_ != 0) return fail(write_failure_);
+    position_ += static_cast<std::int64_t>(bytes);
+    return 0;
+  }
   while (bytes > 0) {
     if (end_ == kBufferBytes && flush() != 0) return write_failure_;
     writing_ = true;
@@ -234,6 +255,21 @@ int File::seek(std::int64_t position) {
   }
   position_ = position;
   return 0;
+}
+
+int File::cut_back_to(std::int64_t end) {
+  flush();
+  writing_ = false;
+  write_failure_ = 0;
+  next_ = end_ = 0;
+  position_ = std::min(end, size());
+  return truncate_here();
+}
+
+bool File::is_same_file(const std::string& path) const {
+  struct stat here, there;
+  return is_open() && ::fstat(descriptor_, &here) == 0 && ::stat(path.c_str(), &there) == 0 &&
+         here.st_dev == there.st_dev && here.st_ino == there.st_ino;
 }
 
 int File::truncate_here() {

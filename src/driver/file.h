@@ -41,6 +41,10 @@ class File {
 
   ReadStatus read(void* to, std::size_t bytes);
 
+  // Passes over bytes without reading them; the file's size tells whether they are there. At kCut
+  // the position is the file's end.
+  ReadStatus skip(std::int64_t bytes);
+
   // Reads past the buffer at any place; the current position stays. Binary files that are not
   // written only.
   ReadStatus read_at(std::int64_t position, void* to, std::size_t bytes);
@@ -57,6 +61,13 @@ class File {
   int seek(std::int64_t position);
   int flush();
   int truncate_here();  // ends the file at the current position
+
+  // Ends the file at `end` when it is longer, also after a failed write, which is forgotten with
+  // all that could not be written.
+  int cut_back_to(std::int64_t end);
+
+  // True when `path` names the file that is open here.
+  bool is_same_file(const std::string& path) const;
 
  private:
   int attach(int descriptor);

@@ -1,12 +1,17 @@
-// The digits come from std::to_chars, which rounds the exact binary value correctly; the field
-// rules of the format are applied to them.   1.5e+100 -> mantissa "1.500000000", exponent "+100"
+// The digits are those of the exact binary value, correctly rounded: found by one multiplication
+// or, where that can't tell, by std::to_chars. The field rules of the format are applied to
+// them.   1.5e+100 -> mantissa "1.500000000", exponent "+100"
 // -> 1.500000000+100
 #include "driver/number_format.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
+#include <cstdlib>
 #include <cstring>
+
+#include "driver/decimal_digits.h"
 
 namespace zorvik {
 namespace {
@@ -45,8 +50,50 @@ NumberText in_field(std::string_view number, int width) {
   return result;
 }
 
-NumberText scientific(double value, int decimals) {
-  if (!std::isfinite(value)) return not_finite(value);
+// Two characters for every number below 100.
+struct Pairs {
+  char text[200];
+};
+constexpr Pairs make_pairs() {
+  Pairs pairs{};
+  for (int k = 0; k < 100; ++k) {
+    pairs.text[2 * k] = static_cast<char>('0' + k / 10);
+    pairs.text[2 * k + 1] = static_cast<char>('0' + k % 10);
+  }
+  return pairs;
+}
+constexpr Pairs kPairs = make_pairs();
+
+void put_pair(char* to, std::uint64_t number) { std::memcpy(to, kPairs.text + 2 * number, 2); }
+
+// Writes the sign, the digits with the point behind the first, and the exponent.
+NumberText laid_out(bool negative, DecimalDigits decimal, int decimals) {
+  NumberText result;
+  char* first = result.text;
+  if (negative) *first++ = '-';
+  char digits[kMaxFastDigits];  // right-justified
+  for (int k = kMaxFastDigits - 2; k >= 0; k -= 2, decimal.digits /= 100) {
+    put_pair(digits + k, decimal.digits % 100);
+  }
+  const char* const significant = digits + kMaxFastDigits - 1 - decimals;
+  first[0] = significant[0];
+  first[1] = '.';
+  std::copy_n(significant + 1, decimals, first + 2);
+  char* end = first + 2 + decimals;
+  auto magnitude = static_cast<std::uint64_t>(std::abs(decimal.exponent));
+  if (magnitude < 100) *end++ = 'E';
+  *end++ = decimal.exponent < 0 ? '-' : '+';
+  if (magnitude >= 100) {
+    *end++ = static_cast<char>('0' + magnitude / 100);
+    magnitude %= 100;
+  }
+  put_pair(end, magnitude);
+  result.length = static_cast<int>(end + 2 - result.text);
+  return result;
+}
+
+// The exact conversion, for what the fast one leaves.
+NumberText converted(double value, int decimals) {
   NumberText result;
   char* const end = std::to_chars(result.text, result.text + sizeof result.text, value,
                                   std::chars_format::scientific, decimals)
@@ -61,6 +108,17 @@ NumberText scientific(double value, int decimals) {
     result.length = static_cast<int>(end - result.text) - 1;
   }
   return result;
+}
+
+NumberText scientific(double value, int decimals) {
+  if (!std::isfinite(value)) return not_finite(value);
+  if (decimals < 1 || decimals >= kMaxFastDigits) return converted(value, decimals);
+  if (value == 0) return laid_out(std::signbit(value), {0, 0}, decimals);
+  DecimalDigits decimal;
+  if (find_leading_digits(std::fabs(value), decimals + 1, decimal)) {
+    return laid_out(value < 0, decimal, decimals);
+  }
+  return converted(value, decimals);
 }
 
 }  // namespace

@@ -48,6 +48,7 @@ void reset_source_line() {
   source_line.number = 0;
   source_line.list_to = 0;
   source_line.width = kProgramColumns;
+  source_line.failure = 0;
 }
 
 void set_source_text(std::string_view text) {
@@ -62,7 +63,9 @@ int read_source_line(int unit) {
   const ReadStatus status = read_record(unit);
   if (status == ReadStatus::kEnd) return kEndOfText;
   if (status == ReadStatus::kError) {
-    stop_run(kConsole, "%fat- Read error. File <zrvdat>", file_on(unit).io_status(), Stop::kAtOnce);
+    source_line.failure = file_on(unit).io_status();
+    if (unit != kProgramUnit) return kEndOfText;
+    stop_run(kConsole, "%fat- Read error. File <zrvdat>", source_line.failure, Stop::kAtOnce);
   }
   if (source_line.list_to == 0) return source_line.length;
   if (source_line.number > kMaxSourceLines) {

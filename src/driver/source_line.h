@@ -25,6 +25,7 @@ struct SourceLine {
   int number;                // lines read in the current pass
   int list_to;               // unit on which each line read is listed; 0: none
   int width;                 // significant columns of a record
+  int failure;               // I/O status of a failed read of a text other than the program's
 };
 extern SourceLine source_line;
 
@@ -34,9 +35,9 @@ void reset_source_line();
 // Makes `text` (at most 200 characters) the current line, to be scanned with unit 0.
 void set_source_text(std::string_view text);
 
-// Reads the next line; returns its length or kEndOfText (also for unit 0). A failed read gives
-// "%fat- Read error. File <zrvdat>" on the console and ends the run, as does line 100000 while
-// listing.
+// Reads the next line; returns its length or kEndOfText (also for unit 0). A failed read of the
+// program gives "%fat- Read error. File <zrvdat>" on the console and ends the run, as does line
+// 100000 while listing; of another text it gives kEndOfText with `failure` set.
 int read_source_line(int unit);
 
 // Hands out the next character: 0 with `character` set, kEndOfLine once a line, or kEndOfText.

@@ -1,8 +1,11 @@
 #include "driver/units.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdlib>
 
 #include "driver/messages.h"
@@ -77,6 +80,17 @@ void open_file(int unit, std::string_view code, std::string_view name, TextFile 
   }
   write_error_subjects[static_cast<std::size_t>(unit)] = message("File <", file_name, ">");
   if (code == "LIS") set_listing_unit(unit);
+}
+
+Inquiry inquire_file(const std::string& name) {
+  struct stat info;
+  if (::stat(name.c_str(), &info) != 0) {
+    const bool absent = errno == ENOENT || errno == ENOTDIR;
+    return {absent ? 0 : errno, false, false};
+  }
+  const bool opened = std::any_of(files.begin() + 1, files.end(),
+                                  [&](const File& file) { return file.is_same_file(name); });
+  return {0, true, opened};
 }
 
 void set_write_error_subject(int unit, std::string subject) {

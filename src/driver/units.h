@@ -34,6 +34,7 @@ constexpr int kSaveUnit = 6;
 constexpr int kTextUnit = 7;
 constexpr int kSecondResultsUnit = 8;  // joining: the earlier file
 constexpr int kThirdResultsUnit = 9;   // joining: the later file
+constexpr int kJoinedResultsUnit = 10;
 constexpr int kScratchUnit = 32;
 constexpr int kFirstOutputUnit = 100;  // + the unit number in an OUTPUT's header
 constexpr int kUnitCount = 300;
@@ -48,6 +49,14 @@ File& file_on(int unit);
 // the run. From a successful LIS on, messages go to the listing.
 void open_file(int unit, std::string_view code, std::string_view name = {},
                TextFile text_file = TextFile::kOld);
+
+// Asks the system about a file by its name, open or not.
+struct Inquiry {
+  int failure;  // errno of an inquiry that failed, else 0
+  bool exists;
+  bool opened;  // on some unit of the run
+};
+Inquiry inquire_file(const std::string& name);
 
 // What a failed final flush of the unit is reported with: "%fat- Write error. " and this text.
 void set_write_error_subject(int unit, std::string subject);

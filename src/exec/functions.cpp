@@ -10,13 +10,11 @@
 #include "exec/interpolation.h"
 #include "exec/property_functions.h"
 #include "exec/results_info.h"
+#include "exec/service_call.h"
 #include "exec/spline_functions.h"
 
 namespace zorvik {
 namespace {
-
-// SCMD2 ends the run; it never returns to the program.
-int run_service_command(int) { stop_on_inconsistency("%dbg- SCMD2: no service commands"); }
 
 struct FunctionRoutine {
   std::string_view name;
@@ -24,22 +22,22 @@ struct FunctionRoutine {
 };
 
 constexpr std::array<FunctionRoutine, kFunctions.size()> kRoutines = {{
-    {"MINA", smallest_element},     {"MAXA", largest_element},
-    {"ABS", apply_elementary},      {"LOG", apply_elementary},
-    {"INT", apply_elementary},      {"FLOAT", apply_elementary},
-    {"NINT", apply_elementary},     {"SQRT", apply_elementary},
-    {"EXP", apply_elementary},      {"SIN", apply_elementary},
-    {"COS", apply_elementary},      {"TAN", apply_elementary},
-    {"ASIN", apply_elementary},     {"ACOS", apply_elementary},
-    {"ATAN", apply_elementary},     {"SINH", apply_elementary},
-    {"COSH", apply_elementary},     {"TANH", apply_elementary},
-    {"TETA", apply_elementary},     {"RAND", apply_elementary},
-    {"MOD", remainder_of_two},      {"MAX", larger_of_two},
-    {"MIN", smaller_of_two},        {"RANDG", normal_random_number},
-    {"LINA", evenly_spaced_array},  {"LINS", interpolate_linearly},
-    {"WS1P1", saturation_property}, {"WS2P1", single_phase_property},
-    {"SCMD2", run_service_command}, {"INTEG", spline_integral},
-    {"FOURT", fourier_coefficient}, {"GINFO", results_variable_info},
+    {"MINA", smallest_element},      {"MAXA", largest_element},
+    {"ABS", apply_elementary},       {"LOG", apply_elementary},
+    {"INT", apply_elementary},       {"FLOAT", apply_elementary},
+    {"NINT", apply_elementary},      {"SQRT", apply_elementary},
+    {"EXP", apply_elementary},       {"SIN", apply_elementary},
+    {"COS", apply_elementary},       {"TAN", apply_elementary},
+    {"ASIN", apply_elementary},      {"ACOS", apply_elementary},
+    {"ATAN", apply_elementary},      {"SINH", apply_elementary},
+    {"COSH", apply_elementary},      {"TANH", apply_elementary},
+    {"TETA", apply_elementary},      {"RAND", apply_elementary},
+    {"MOD", remainder_of_two},       {"MAX", larger_of_two},
+    {"MIN", smaller_of_two},         {"RANDG", normal_random_number},
+    {"LINA", evenly_spaced_array},   {"LINS", interpolate_linearly},
+    {"WS1P1", saturation_property},  {"WS2P1", single_phase_property},
+    {"SCMD2", call_service_command}, {"INTEG", spline_integral},
+    {"FOURT", fourier_coefficient},  {"GINFO", results_variable_info},
 }};
 
 constexpr bool stand_at_their_numbers() {

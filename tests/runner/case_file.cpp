@@ -116,6 +116,12 @@ void add_section(const Section& section, Case& c, const std::string& repository)
     add_expectation(section, c, 1);
   } else if (kind == "status") {
     c.status = std::atoi(name.c_str());
+  } else if (kind == "errors") {
+    c.errors = text_of(section);
+  } else if (kind == "argument") {
+    c.argument = name;
+  } else if (kind == "room") {
+    c.room = std::strtoul(name.c_str(), nullptr, 10);
   } else if (kind == "sweep") {
     if (!c.inputs.contains(name)) reject(section.where, "sweep of what is no input");
     const std::size_t integers = std::strtoul(section.word(3).c_str(), nullptr, 10);

@@ -1,9 +1,11 @@
 #include "runner/program_run.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
@@ -13,7 +15,17 @@
 namespace zorvik::runner {
 namespace {
 
-constexpr unsigned kLongestRun = 100;  // seconds; a run that hangs is ended by the alarm signal
+// A run that hangs or writes without end is ended by a signal.
+constexpr unsigned kLongestRun = 30;                 // seconds
+constexpr unsigned long kLargestFile = 100'000'000;  // bytes
+
+void limit_run(unsigned long room) {
+  alarm(kLongestRun);
+  if (room != 0) std::signal(SIGXFSZ, SIG_IGN);  // then the write itself fails
+  const rlim_t bytes = room != 0 ? room : kLargestFile;
+  const rlimit limit = {bytes, bytes};
+  setrlimit(RLIMIT_FSIZE, &limit);
+}
 
 void redirect(int descriptor, const std::filesystem::path& path) {
   dup2(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), descriptor);
@@ -33,7 +45,8 @@ ProgramRun::ProgramRun(const std::string& program) : program_(std::filesystem::a
 
 ProgramRun::~ProgramRun() { std::filesystem::remove_all(root_); }
 
-RunResult ProgramRun::run(const std::map<std::string, std::string>& files) {
+RunResult ProgramRun::run(const std::map<std::string, std::string>& files,
+                          const std::string& argument, unsigned long room) {
   std::filesystem::remove_all(directory_);
   std::filesystem::create_directory(directory_);
   for (const auto& [name, content] : files) {
@@ -43,8 +56,9 @@ RunResult ProgramRun::run(const std::map<std::string, std::string>& files) {
   if (child == 0) {
     redirect(STDOUT_FILENO, root_ / "console");
     redirect(STDERR_FILENO, root_ / "errors");
-    alarm(kLongestRun);
-    if (chdir(directory_.c_str()) == 0) execl(program_.c_str(), program_.c_str(), nullptr);
+    limit_run(room);
+    const char* word = argument.empty() ? nullptr : argument.c_str();
+    if (chdir(directory_.c_str()) == 0) execl(program_.c_str(), program_.c_str(), word, nullptr);
     _exit(127);
   }
   int state = 0;

@@ -21,8 +21,10 @@ class ProgramRun {
   ProgramRun(const ProgramRun&) = delete;
   ProgramRun& operator=(const ProgramRun&) = delete;
 
-  // Runs the program in an emptied directory that holds just these files.
-  RunResult run(const std::map<std::string, std::string>& files);
+  // Runs the program in an emptied directory that holds just these files. Writing beyond `room`
+  // bytes of a file fails, when `room` is not 0.
+  RunResult run(const std::map<std::string, std::string>& files, const std::string& argument,
+                unsigned long room);
 
   const std::filesystem::path& directory() const { return directory_; }
 

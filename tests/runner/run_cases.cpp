@@ -76,8 +76,8 @@ std::string check_other_files(const Case& c, const std::filesystem::path& direct
   return report;
 }
 
-std::string check_end(const RunResult& result, int status) {
-  std::string report = paragraph("standard error", text_difference("", result.errors));
+std::string check_end(const RunResult& result, int status, const std::string& errors) {
+  std::string report = paragraph("standard error", text_difference(errors, result.errors));
   if (result.status != status) {
     report +=
         "  status " + std::to_string(result.status) + ", expected " + std::to_string(status) + '\n';
@@ -90,8 +90,8 @@ std::string check_hostile(ProgramRun& run, const Case& c, const std::string& nam
                           std::string content, const std::string& what) {
   auto inputs = c.inputs;
   inputs[name] = std::move(content);
-  const RunResult result = run.run(inputs);
-  const std::string report = check_end(result, result.status == 1 ? 1 : 0);
+  const RunResult result = run.run(inputs, c.argument, c.room);
+  const std::string report = check_end(result, result.status == 1 ? 1 : 0, "");
   return report.empty() ? "" : "  sweep, " + name + ' ' + what + '\n' + report;
 }
 
@@ -114,8 +114,8 @@ std::string run_sweep(ProgramRun& run, const Case& c, const Sweep& sweep) {
 }
 
 std::string run_case(ProgramRun& run, const Case& c) {
-  const RunResult result = run.run(c.inputs);
-  std::string report = check_end(result, c.status);
+  const RunResult result = run.run(c.inputs, c.argument, c.room);
+  std::string report = check_end(result, c.status, c.errors);
   report += check_expectations(c, result, run.directory());
   report += check_other_files(c, run.directory());
   for (const Sweep& sweep : c.sweeps) report += run_sweep(run, c, sweep);

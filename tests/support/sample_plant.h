@@ -28,6 +28,9 @@
 //   POWER             3.0E9, and 1.875E8 from 14 s on               W
 //   VALVE(i), i <= 4  integer: 1 from 10 * i s on, else 0
 //   FLUX(i,j)         100 * i + 10 * j + t; 2 by 6, stored in two pieces of three columns each
+//
+// vnxsav has three records at 20, 40 and 60 s, each with the events BREAK and SCRAM and the state
+// t, s, p. nwsp_dat holds the tables of property_file.h.
 #ifndef ZORVIK_TESTS_SUPPORT_SAMPLE_PLANT_H_
 #define ZORVIK_TESTS_SUPPORT_SAMPLE_PLANT_H_
 
@@ -36,10 +39,12 @@
 #include <vector>
 
 #include "support/results_file.h"
+#include "support/save_file.h"
 
 namespace zorvik::support {
 
 ResultsFile sample_results();
+SaveFile sample_savings();
 
 // The files of the sample plant by name; the one place that lists them.
 struct SampleFile {

@@ -9,6 +9,7 @@
 #include "driver/units.h"
 #include "support/ended_run.h"
 #include "support/property_file.h"
+#include "support/temporary_file.h"
 #include "wsp/cubic_patch.h"
 #include "wsp/property_file.h"
 #include "wsp/property_messages.h"
@@ -18,9 +19,9 @@ namespace zorvik {
 namespace {
 
 void load(const std::string& bytes) {
-  const std::string path = testing::TempDir() + "zorvik_properties";
-  std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
-  load_property_tables(kPropertyUnit, path, 99, 0.0);
+  static const support::TemporaryFile file("zorvik_properties");
+  std::ofstream(file.path(), std::ios::binary | std::ios::trunc) << bytes;
+  load_property_tables(kPropertyUnit, file.path(), 99, 0.0);
 }
 
 PropertyArray properties;

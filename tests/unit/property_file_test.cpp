@@ -10,6 +10,7 @@
 #include "driver/units.h"
 #include "support/ended_run.h"
 #include "support/property_file.h"
+#include "support/temporary_file.h"
 #include "wsp/property_tables.h"
 
 namespace zorvik {
@@ -19,7 +20,8 @@ using support::empty_property_file;
 using support::property_file_bytes;
 using support::PropertyFile;
 
-const std::string kPath = testing::TempDir() + "zorvik_tables";
+const support::TemporaryFile kFile("zorvik_tables");
+const std::string& kPath = kFile.path();
 
 void write_file(const std::string& bytes) {
   std::ofstream(kPath, std::ios::binary | std::ios::trunc) << bytes;

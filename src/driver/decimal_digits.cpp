@@ -1,0 +1,89 @@
+// value = m * 2^e and 10^k = p * 2^x, both m and p with 64 bits and the highest one set. m * p has
+// 128 bits, of which the integer part of value * 10^k are the leading ones when k is chosen so that
+// it has `count` digits. p is cut off, so the product is short by less than 2^64 units; unless the
+// fraction lies that close to one half, the digits are those of the exact product.
+#include "driver/decimal_digits.h"
+
+#include <array>
+#include <bit>
+
+namespace zorvik {
+namespace {
+
+__extension__ typedef unsigned __int128 Wide;
+
+constexpr int kLowestPower = -320, kHighestPower = 330;
+constexpr Wide kOne = 1;
+
+// The 128 leading bits of 10^k, one power after the other; an error of a few units a step stays far
+// below the 64 bits that are used.
+struct Powers {
+  std::array<std::uint64_t, kHighestPower - kLowestPower + 1> bits{};
+  constexpr void set(int power, Wide mantissa) {
+    bits[static_cast<std::size_t>(power - kLowestPower)] =
+        static_cast<std::uint64_t>(mantissa >> 64);
+  }
+  constexpr std::uint64_t operator[](int power) const {
+    return bits[static_cast<std::size_t>(power - kLowestPower)];
+  }
+};
+
+constexpr Wide normalized(Wide mantissa) {
+  while ((mantissa >> 127) == 0) mantissa <<= 1;
+  return mantissa;
+}
+
+constexpr Powers make_powers() {
+  Powers powers;
+  Wide mantissa = kOne << 127;
+  for (int k = 0; k <= kHighestPower; ++k) {
+    powers.set(k, mantissa);
+    mantissa = normalized((mantissa >> 4) * 10);
+  }
+  mantissa = kOne << 127;
+  for (int k = 0; k >= kLowestPower; --k) {
+    powers.set(k, mantissa);
+    mantissa = normalized(mantissa / 10);
+  }
+  return powers;
+}
+constexpr Powers kPowers = make_powers();
+static_assert(kPowers[0] == 0x8000000000000000u && kPowers[1] == 0xA000000000000000u &&
+              kPowers[-1] == 0xCCCCCCCCCCCCCCCCu && kPowers[27] == 0xCECB8F27F4200F3Au);
+
+constexpr std::uint64_t kTens[] = {1,       10,       100,       1000,       10000,      100000,
+                                   1000000, 10000000, 100000000, 1000000000, 10000000000};
+
+constexpr int floor_log10_of_2_to(int e) { return e * 78913 >> 18; }   // |e| < 1650
+constexpr int floor_log2_of_10_to(int k) { return k * 217706 >> 16; }  // |k| < 350
+static_assert(floor_log10_of_2_to(10) == 3 && floor_log10_of_2_to(-1) == -1);
+static_assert(floor_log2_of_10_to(-1) == -4 && floor_log2_of_10_to(3) == 9);
+
+}  // namespace
+
+bool find_leading_digits(double value, int count, DecimalDigits& result) {
+  const auto bits = std::bit_cast<std::uint64_t>(value);
+  const int biased = static_cast<int>(bits >> 52);
+  if (biased == 0) return false;
+  const int binary = biased - 1023;  // value lies in 2^binary .. 2^(binary + 1)
+  const std::uint64_t mantissa = (bits << 11) | (std::uint64_t{1} << 63);
+  const std::uint64_t limit = kTens[count];
+
+  for (int exponent = floor_log10_of_2_to(binary);; ++exponent) {
+    const int power = count - 1 - exponent;
+    const Wide product = Wide{mantissa} * kPowers[power];
+    const int fraction_bits = 126 - binary - floor_log2_of_10_to(power);
+    auto digits = static_cast<std::uint64_t>(product >> fraction_bits);
+    if (digits >= limit) continue;  // one digit more than wanted
+    const Wide fraction = product & ((kOne << fraction_bits) - 1);
+    const Wide half = kOne << (fraction_bits - 1);
+    const Wide distance = fraction > half ? fraction - half : half - fraction;
+    if (distance <= kOne << 65) return false;
+    digits += fraction > half ? 1 : 0;
+    const bool carried = digits == limit;
+    result = {carried ? digits / 10 : digits, carried ? exponent + 1 : exponent};
+    return true;
+  }
+}
+
+}  // namespace zorvik

@@ -1,0 +1,117 @@
+#include "service/repair.h"
+
+#include <string_view>
+
+#include "driver/messages.h"
+#include "driver/run_end.h"
+#include "driver/text.h"
+#include "driver/units.h"
+#include "results/header.h"
+#include "service/save_file.h"
+
+namespace zorvik {
+namespace {
+
+// The I/O status goes with the second line here.
+[[noreturn]] void refuse_repair(std::string_view what, int io_status = kNoIoStatus) {
+  issue_message(listing_unit, what);
+  stop_with_listing("      Utility can not repair this file", kNoLine, io_status);
+}
+
+std::string during_repair(std::string_view what, std::string_view name) {
+  return message("%fat- ", what, " detected during REPAIR operation. File ", name);
+}
+
+void close_in_repair(File& file, std::string_view name) {
+  if (const int status = file.close(); status != 0) {
+    refuse_repair(during_repair("Close error", name), status);
+  }
+}
+
+void end_file_here(File& file, std::string_view name) {
+  if (const int status = file.truncate_here(); status != 0) {
+    refuse_repair(during_repair("ENDFILE error", name), status);
+  }
+}
+
+[[noreturn]] void refuse_without_records(std::string_view name) {
+  refuse_repair(message("%fat- File ", name, " has not valid records except control structures"));
+}
+
+File& open_at_records(SaveCounts& counts) {
+  File& save = open_save_file();
+  if (scan_save_part(save, SavePart::kControlStructures, counts) != ScanStatus::kOk) {
+    refuse_repair("%fat- Control structures in <vnxsav> are invalid");
+  }
+  return save;
+}
+
+// Opens vnxres and reads its header; the file then stands at the first record.
+File& open_results(ResultsHeader& header) {
+  open_file(kResultsUnit, "RES");
+  File& results = file_on(kResultsUnit);
+  switch (read_header(results, header)) {
+    case HeaderStatus::kOk:
+      return results;
+    case HeaderStatus::kReadError:
+      refuse_repair("%fat- Read error during REPAIR operation. File <vnxres>", results.io_status());
+    case HeaderStatus::kEnd:
+      refuse_repair(during_repair("Premature end of file", "<vnxres>"));
+    case HeaderStatus::kInvalid:
+      refuse_repair("%fat- Invalid header. File <vnxres>");
+    case HeaderStatus::kTooLarge:
+    case HeaderStatus::kCatalogueFull:
+      break;
+  }
+  refuse_repair("%fat- Header is too large. File <vnxres>");
+}
+
+}  // namespace
+
+void repair_save_file() {
+  SaveCounts counts;
+  File& save = open_at_records(counts);
+  std::int64_t records = 0;
+  if (scan_records(save, counts, records) == ScanStatus::kEnd) {
+    issue_message(listing_unit, "%inf- File <vnxsav> has a valid structure. File not changed");
+    end_run(RunEnd::kNormal);
+  }
+  close_in_repair(save, "<vnxsav>");
+  if (records == 0) refuse_without_records("<vnxsav>");
+  open_at_records(counts);
+  if (!skip_records(save, counts, records)) refuse_repair(during_repair("I/O error", "<vnxsav>"));
+  end_file_here(save, "<vnxsav>");
+  close_in_repair(save, "<vnxsav>");
+  issue_message(listing_unit, "%inf- File <vnxsav> repaired");
+  error_count = 0;
+}
+
+void repair_results_file() {
+  static ResultsHeader header;
+  close_in_repair(file_on(kResultsUnit), "<vnxres>");
+  File& results = open_results(header);
+  const std::int64_t size = results.size();
+  if (size < 0) {
+    refuse_repair("%fat- Read error during REPAIR operation. File <vnxres>", results.io_status());
+  }
+  const std::int64_t header_bytes = results.position();
+  const std::int64_t record_bytes =
+      header.record_values() * static_cast<std::int64_t>(sizeof(double));
+  const std::int64_t records = (size - header_bytes) / record_bytes;
+  const std::int64_t good_bytes = header_bytes + records * record_bytes;
+  if (good_bytes == size) {
+    issue_message(listing_unit, "%inf- File <vnxres> has a valid structure. File not changed");
+    return;
+  }
+  if (records == 0) {
+    close_in_repair(results, "<vnxres>");
+    refuse_without_records("<vnxres>");
+  }
+  if (const int status = results.seek(good_bytes); status != 0) {
+    refuse_repair("%fat- Read error during REPAIR operation. File <vnxres>", status);
+  }
+  end_file_here(results, "<vnxres>");
+  issue_message(listing_unit, "%inf- File <vnxres> repaired");
+}
+
+}  // namespace zorvik

@@ -1,0 +1,245 @@
+#include "service/results_text.h"
+
+#include <algorithm>
+#include <span>
+#include <vector>
+
+#include "driver/messages.h"
+#include "driver/text.h"
+#include "driver/units.h"
+#include "results/header.h"
+#include "service/refusal.h"
+#include "service/text_reader.h"
+#include "service/text_writer.h"
+
+namespace zorvik {
+namespace {
+
+constexpr std::string_view kToTextConsequence =
+    "      Utility can not execute command \"TO_TEXT RESULTS\". Function SCMD2";
+constexpr TextForm kForm = {
+    "<restxt>", "<vnxres>",
+    "      Utility can not exec. command \"FROM_TEXT RESULTS\". Function SCMD2", true};
+constexpr int kTitleColumns = 100;  // longest title, and what counts of its line
+
+ResultsHeader header;
+double block[kBlockValues];
+
+// The pieces of a record in their order: blocks of the extended part, its rest, the standard part.
+struct Piece {
+  std::int64_t values;
+  bool is_standard_part;
+};
+template <class Handle>
+void for_each_piece(Handle handle) {
+  if (header.is_extended()) {
+    for (int k = 0; k < header.parts[0]; ++k) handle(Piece{kBlockValues, false});
+    if (header.parts[1] > 0) handle(Piece{header.parts[1], false});
+  }
+  handle(Piece{header.standard_values(), true});
+}
+
+int next_count(std::int64_t values_left) {
+  return static_cast<int>(std::min<std::int64_t>(values_left, kBlockValues));
+}
+
+std::string_view fault_of(HeaderStatus status) {
+  return status == HeaderStatus::kInvalid ? "%fat- Invalid header. File "
+                                          : "%fat- Header is too large. File ";
+}
+
+// ---- TO_TEXT
+
+[[noreturn]] void refuse_to_text(std::string_view what, int io_status = kNoIoStatus) {
+  refuse(what, kToTextConsequence, io_status);
+}
+
+std::string during_to_text(std::string_view what, std::string_view name) {
+  return message("%fat- ", what, " during \"TO_TEXT RESULTS\" operation. File ", name);
+}
+
+void close_after_to_text(File& file, std::string_view name) {
+  if (const int status = file.close(); status != 0) {
+    refuse_to_text(during_to_text("Close error detected", name), status);
+  }
+}
+
+[[noreturn]] void refuse_header(HeaderStatus status, HeaderGroup group, const File& results) {
+  switch (status) {
+    case HeaderStatus::kReadError:
+      refuse_to_text(during_to_text("Read error", "<vnxres>"), results.io_status());
+    case HeaderStatus::kEnd:
+      if (group == kSizes) stop_with_listing(kToTextConsequence);
+      refuse_to_text(during_to_text("Premature EOF detected", "<vnxres>"));
+    default:
+      refuse_to_text(message(fault_of(status), "<vnxres>"));
+  }
+}
+
+void read_and_check(File& results, HeaderGroup group) {
+  const HeaderStatus status = read_group(results, header, group);
+  const bool judged = status == HeaderStatus::kOk || status == HeaderStatus::kTooLarge;
+  if (group == kSizes && judged && header.nt() > kTitleColumns) {
+    refuse_to_text("%fat- Title is longer than 100 characters. File <vnxres>");
+  }
+  if (status != HeaderStatus::kOk) refuse_header(status, group, results);
+}
+
+void write_as_text(TextWriter& text, const HeaderItems& items) {
+  if (!items.present) return;
+  const auto* characters = static_cast<const char*>(items.data);
+  switch (items.kind) {
+    case HeaderItem::kInteger:
+      text.begin_numbers();
+      text.integers(static_cast<const std::int32_t*>(items.data), items.count);
+      text.end_numbers();
+      return;
+    case HeaderItem::kName:
+      text.begin_texts();
+      text.texts(characters, items.count, kEntryNameWidth);
+      text.end_texts();
+      return;
+    case HeaderItem::kCharacter:
+      text.begin_texts();
+      text.texts(characters, 1, items.count);
+      text.end_texts();
+      return;
+  }
+}
+
+// Copies one record; false at the clean end of the file.
+bool write_record_as_text(File& results, TextWriter& text, bool must_exist) {
+  bool any = false, at_end = false;
+  for_each_piece([&](Piece piece) {
+    if (at_end) return;
+    bool started = false;
+    for (std::int64_t left = piece.values; left > 0;) {
+      const int count = next_count(left);
+      const ReadStatus status =
+          results.read(block, static_cast<std::size_t>(count) * sizeof(double));
+      if (status == ReadStatus::kError) {
+        refuse_to_text(during_to_text("Read error", "<vnxres>"), results.io_status());
+      }
+      if (status == ReadStatus::kEnd && !any && !must_exist) {
+        at_end = true;
+        return;
+      }
+      if (status != ReadStatus::kOk) {
+        stop_with_listing("%fat- File <vnxres> is corrupted. Use SCMD2 to repair it");
+      }
+      if (!started && piece.is_standard_part) text.line(kTauLine);
+      if (!started) text.begin_numbers();
+      started = any = true;
+      text.reals(block, count);
+      left -= count;
+    }
+    text.end_numbers();
+  });
+  return !at_end;
+}
+
+// ---- FROM_TEXT
+
+void check_from_text(TextReader& text, HeaderGroup group) {
+  const HeaderStatus status = check_group(header, group);
+  if (status != HeaderStatus::kOk) text.refuse(message(fault_of(status), kForm.text_name));
+}
+
+void read_title(TextReader& text, std::span<char> title) {
+  text.marker(kTextBegin);
+  const std::string_view line = text.whole_line(kTitleColumns);
+  if (line.size() != title.size() + 2) text.refuse_line();
+  std::copy_n(line.data() + 1, title.size(), title.data());
+  text.marker(kTextEnd);
+}
+
+void read_names(TextReader& text, char* names, int count) {
+  text.marker(kTextBegin);
+  for (int k = 0; k < count; ++k) {
+    copy_padded(names + k * kEntryNameWidth, kEntryNameWidth, text.text_item());
+  }
+  text.marker(kTextEnd);
+}
+
+void read_header_group(TextReader& text, HeaderGroup group) {
+  const HeaderItems items = items_of(header, group);
+  if (!items.present) return;
+  const Sign sign = group == kSizes || group == kDescriptors ? Sign::kPlusOrMinus : Sign::kPlus;
+  switch (items.kind) {
+    case HeaderItem::kInteger:
+      for (int k = 0; k < items.count; ++k) {
+        static_cast<std::int32_t*>(items.data)[k] = text.integer(sign);
+      }
+      break;
+    case HeaderItem::kName:
+      read_names(text, static_cast<char*>(items.data), items.count);
+      break;
+    case HeaderItem::kCharacter:
+      read_title(text, {static_cast<char*>(items.data), static_cast<std::size_t>(items.count)});
+      break;
+  }
+  check_from_text(text, group);
+  text.write(items.data, items.bytes());
+  text.end_group();
+}
+
+void read_record(TextReader& text) {
+  for_each_piece([&](Piece piece) {
+    for (std::int64_t left = piece.values; left > 0;) {
+      const int count = next_count(left);
+      for (int k = 0; k < count; ++k) block[k] = text.real(Sign::kPlusOrMinus);
+      text.write(block, static_cast<std::size_t>(count) * sizeof(double));
+      left -= count;
+    }
+    text.end_group();
+  });
+}
+
+void close_after_from_text(File& file, std::string_view name) {
+  if (const int status = file.close(); status != 0) {
+    refuse(
+        message("%fat- Close error detected during \"FROM_TEXT RESULTS\" operation. File ", name),
+        kForm.consequence, status, source_line.number);
+  }
+}
+
+}  // namespace
+
+void results_to_text() {
+  File& results = file_on(kResultsUnit);
+  File& text_file = file_on(kTextUnit);
+  close_after_to_text(results, "<vnxres>");
+  open_file(kResultsUnit, "RES");
+  open_file(kTextUnit, "TXR", {}, TextFile::kNew);
+  TextWriter text(text_file, "<restxt>", kToTextConsequence);
+  for (int group = kSizes; group <= kTitle; ++group) {
+    read_and_check(results, static_cast<HeaderGroup>(group));
+    write_as_text(text, items_of(header, static_cast<HeaderGroup>(group)));
+  }
+  bool first = header.is_extended();
+  while (write_record_as_text(results, text, first)) first = false;
+  text.finish();
+  close_after_to_text(results, "<vnxres>");
+  close_after_to_text(text_file, "<restxt>");
+}
+
+void results_from_text() {
+  File& results = file_on(kResultsUnit);
+  File& text_file = file_on(kTextUnit);
+  reset_source_line();
+  close_after_from_text(results, "<vnxres>");
+  open_file(kResultsUnit, "REN");
+  open_file(kTextUnit, "TXR");
+  TextReader text(kTextUnit, results, kForm);
+  for (int group = kSizes; group <= kTitle; ++group) {
+    read_header_group(text, static_cast<HeaderGroup>(group));
+  }
+  do {
+    read_record(text);
+  } while (text.more_follows());
+  text.flush();
+  close_after_from_text(results, "<vnxres>");
+  close_after_from_text(text_file, "<restxt>");
+}
+
+}  // namespace zorvik

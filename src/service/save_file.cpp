@@ -1,0 +1,182 @@
+#include "service/save_file.h"
+
+#include "driver/messages.h"
+#include "driver/number_format.h"
+#include "driver/run_end.h"
+#include "driver/text.h"
+#include "driver/units.h"
+#include "service/line_packer.h"
+#include "service/refusal.h"
+
+namespace zorvik {
+namespace {
+
+bool is_times(const SaveField& field) {  // TAU and DT_MAX
+  return field.item == SaveItem::kReal && field.count.plus == SaveCount::kNone;
+}
+bool is_event_names(const SaveField& field) {
+  return field.item == SaveItem::kShortText && field.count.plus == SaveCount::kNev;
+}
+
+// Lists what it meets; with Listing::kNone it wants nothing.
+class Lister : public FieldTaker {
+ public:
+  Lister(Listing listing, const SaveCounts& counts) : listing_(listing), counts_(counts) {}
+
+  bool wants(const SaveField& field) const override {
+    if (listing_ == Listing::kNone) return false;
+    if (is_event_names(field)) return listing_ == Listing::kEvents && counts_[SaveCount::kNev] > 0;
+    return field.item == SaveItem::kTitleChar || is_times(field) ||
+           field.keeps == SaveCount::kNsaves;
+  }
+
+  void take(const SaveField& field, const FieldItems&, void* slice, int count) override {
+    if (field.item == SaveItem::kTitleChar) {
+      if (title_.empty()) title_.assign(static_cast<char*>(slice), static_cast<std::size_t>(count));
+    } else if (is_times(field)) {
+      problem_time_ = *static_cast<double*>(slice);
+    } else if (is_event_names(field)) {
+      for (int k = 0; k < count; ++k) add_event(static_cast<char*>(slice), k);
+    }
+  }
+
+  void end(const SaveField& field, const FieldItems&) override {
+    if (field.keeps == SaveCount::kNsaves) {
+      issue_message(listing_unit, message("Record = ", format_integer(counts_[SaveCount::kNsaves]),
+                                          "     Problem time = ", format_real(problem_time_)));
+    } else if (is_event_names(field)) {
+      issue_message(listing_unit, line_);
+    }
+  }
+
+  void list_title() const {
+    if (listing_ != Listing::kNone) issue_message(listing_unit, message("Title = ", title_));
+  }
+
+ private:
+  void add_event(const char* names, int k) {
+    const auto width = static_cast<std::size_t>(bytes_of(SaveItem::kShortText));
+    const std::string_view name =
+        trim_right_char({names + static_cast<std::size_t>(k) * width, width}, ' ');
+    switch (packer_.place(static_cast<int>(name.size()))) {
+      case LinePacker::Place::kFirst:
+        break;
+      case LinePacker::Place::kSameLine:
+        line_.push_back(' ');
+        break;
+      case LinePacker::Place::kNewLine:
+        issue_message(listing_unit, line_);
+        line_.clear();
+        break;
+    }
+    line_.append(name);
+  }
+
+  const Listing listing_;
+  const SaveCounts& counts_;
+  std::string title_;  // its first slice
+  double problem_time_ = 0.0;
+  LinePacker packer_;  // of the event names
+  std::string line_;
+};
+
+class Copier : public FieldTaker {
+ public:
+  Copier(const SaveStream& target, std::int32_t new_number)
+      : target_(target), new_number_(new_number) {}
+
+  bool wants(const SaveField&) const override { return true; }
+
+  void take(const SaveField& field, const FieldItems& items, void* slice, int count) override {
+    const void* from = field.keeps == SaveCount::kNsaves ? &new_number_ : slice;
+    const auto bytes = static_cast<std::size_t>(count * bytes_of(items.item));
+    if (const int status = target_.file.write(from, bytes); status != 0) {
+      refuse_write(target_, status);
+    }
+  }
+
+ private:
+  const SaveStream& target_;
+  const std::int32_t new_number_;
+};
+
+ScanStatus report_damage(PartStatus status, const File& file) {
+  ++error_count;
+  if (status == PartStatus::kReadError) {
+    issue_message(listing_unit, "%err- Read error. File <vnxsav>", file.io_status());
+  } else {
+    issue_message(listing_unit,
+                  "%err- Premature End_of_File detected during reading from <vnxsav>");
+    issue_message(listing_unit, "      May be <vnxsav> is corrupted or not properly closed");
+  }
+  return ScanStatus::kReported;
+}
+
+}  // namespace
+
+File& open_save_file() {
+  open_file(kSaveUnit, "SAV");
+  return file_on(kSaveUnit);
+}
+
+ScanStatus scan_save_part(File& file, SavePart part, SaveCounts& counts, Listing listing) {
+  Lister lister(listing, counts);
+  const PartStatus status = walk_part(file, part, counts, lister);
+  if (status == PartStatus::kEnd) return ScanStatus::kEnd;
+  if (status != PartStatus::kOk) return report_damage(status, file);
+  if (part == SavePart::kControlStructures) lister.list_title();
+  return ScanStatus::kOk;
+}
+
+ScanStatus scan_records(File& file, SaveCounts& counts, std::int64_t& records, Listing listing) {
+  for (records = 0;; ++records) {
+    const ScanStatus status = scan_save_part(file, SavePart::kRecord, counts, listing);
+    if (status != ScanStatus::kOk) return status;
+  }
+}
+
+bool skip_records(File& file, SaveCounts& counts, std::int64_t records) {
+  for (std::int64_t k = 0; k < records; ++k) {
+    if (scan_save_part(file, SavePart::kRecord, counts) != ScanStatus::kOk) return false;
+  }
+  return true;
+}
+
+void refuse_write(const SaveStream& target, int status) {
+  if (target.whole_until >= 0) target.file.cut_back_to(target.whole_until);
+  target.file.close();
+  stop_with_listing(message("%fat- Write error during KEEP operation. ", target.name), kNoLine,
+                    status);
+}
+
+void copy_save_record(const SaveStream& source, const SaveStream& target, SaveCounts& counts,
+                      std::int32_t new_number) {
+  Copier copier(target, new_number);
+  const PartStatus status = walk_part(source.file, SavePart::kRecord, counts, copier);
+  if (status == PartStatus::kOk) return;
+  if (status == PartStatus::kReadError) {
+    stop_with_listing(message("%fat- Read error during KEEP operation. ", source.name), kNoLine,
+                      source.file.io_status());
+  }
+  stop_with_listing(message("%fat- Premature end of file detected. KEEP operation. ", source.name));
+}
+
+void show_save_file(Listing listing) {
+  File& file = open_save_file();
+  SaveCounts counts;
+  std::int64_t records = 0;
+  if (scan_save_part(file, SavePart::kControlStructures, counts, listing) == ScanStatus::kOk) {
+    scan_records(file, counts, records, listing);
+  }
+  if (records == 0) {
+    refuse("%fat- Number of records in <vnxsav> is 0. Only control structures are present",
+           "      Utility can not execute command SHOW. Function SCMD2");
+  }
+  if (const int status = file.close(); status != 0) {
+    stop_with_listing("%fat- Close error. File <vnxsav>", kNoLine, status);
+  }
+  if (error_count != 0) issue_message(kConsole, "%err- Errors detected. See listing");
+  end_run(RunEnd::kNormal);
+}
+
+}  // namespace zorvik

@@ -1,0 +1,186 @@
+#include "service/save_layout.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+
+#include "driver/messages.h"
+
+namespace zorvik {
+namespace {
+
+static_assert(std::endian::native == std::endian::little, "files are little-endian byte streams");
+
+using enum SaveCount;
+using enum SaveItem;
+using enum Presence;
+using enum Placeholder;
+using enum TextShape;
+
+constexpr int kMaxListIntegers = 20000;  // j0li may not exceed it
+
+constexpr Difference exactly(int n) { return {kNone, kNone, -n}; }
+constexpr Difference all(SaveCount count) { return {count, kNone, 0}; }
+constexpr Difference below(SaveCount count) { return {count, kNone, 1}; }
+constexpr Difference between(SaveCount low, SaveCount high) { return {high, low, 1}; }
+constexpr Difference kRestOfS1 = between(kLs1p, kJ30ev);  // decides on R17 to R19 alike
+
+// clang-format off
+constexpr SaveField kControlStructures[] = {
+    /* C1 */ {.comment = "! Ncons,lentit,lefle1,Nels", .item = kInteger, .count = exactly(4),
+     .keeps = kNcons},
+    /* C2 */ {.comment = "! title", .item = kTitleChar, .count = all(kLentit)},
+    /* C3 */ {.comment = "! j30,j10,j2,(iE(j),j=1,Nels)", .item = kInteger, .count = exactly(3),
+     .keeps = kJ30, .shape = kGroupGoesOn},
+    {.item = kInteger, .count = all(kNels)},
+    /* C4 */ {.comment = "! (lbufer(j),j=1,leflen-1)", .item = kInteger, .count = below(kLefle1),
+     .shape = kSliced},
+    /* C5 */ {.comment = "! (iE1(j),j=1,j10-1)", .item = kInteger, .count = below(kJ10),
+     .shape = kSliced},
+    /* C6 */ {.comment = "! (iexE(j),j=1,j2-1)", .item = kInteger, .count = below(kJ2),
+     .shape = kSliced, .minus_in_text = true},
+};
+
+constexpr SaveField kRecordFields[] = {
+    /* R1 */ {.comment = "! Nvar", .item = kInteger, .count = exactly(1), .keeps = kNvar},
+    /* R2 */ {.comment = "! TAU,DT_MAX,Nsaves", .item = kReal, .count = exactly(2)},
+    {.item = kInteger, .count = exactly(1), .keeps = kNsaves},
+    /* R3 */ {.comment = "! j3x,j2x,nx,j3xt,j2x00,(iX(j),j=1,nx),(iX1(j),j=1,nx),"
+     "(iexX(j),j=j2x000,j2x-1)",
+     .item = kInteger, .count = exactly(5), .keeps = kJ3x},
+    {.item = kInteger, .count = all(kNx)},
+    {.item = kInteger, .count = all(kNx)},
+    {.item = kInteger, .count = {kJ2x, kJ2x00, 0}},
+    /* R4 */ {.comment = "! (lcx(j),j=1,nx),(iXp(j),j=1,j3x-1),(X(j),j=1,j3x-1)",
+     .item = kInteger, .count = all(kNx)},
+    {.item = kInteger, .count = below(kJ3x)},
+    {.item = kReal, .count = below(kJ3x), .minus_in_text = true},
+    /* R5 */ {.comment = "! (Cx(j),j=1,nx)", .item = kShortText, .count = all(kNx)},
+    /* R6 */ {.comment = "! iXt(1:j3xt-1)", .item = kCharCode, .count = below(kJ3xt)},
+    /* R7 */ {.comment = "! nev,j3ce,j2ce,j3cte", .item = kInteger, .count = exactly(4),
+     .keeps = kNev},
+    /* R8 */ {.comment = "! (iexCe(j),j=1,j2ce-1) OR 0", .item = kInteger, .count = below(kJ2ce),
+     .presence = kWhenAny, .placeholder = kZero},
+    /* R9 */ {.comment = "! iCte(1:j3cte-1) OR SP", .item = kCharCode, .count = below(kJ3cte),
+     .presence = kWhenAny, .placeholder = kBlank},
+    /* R10 */ {.comment = "! (Cev(j),j=1,j3ce-1) OR 0", .item = kReal, .count = below(kJ3ce),
+     .presence = kWhenAny, .placeholder = kZero, .minus_in_text = true},
+    /* R11 */ {.comment = "! (cnEV(j),j=1,nev) OR SP", .item = kShortText, .count = all(kNev),
+     .presence = kWhenAny, .placeholder = kBlank, .comment_needs_items = true},
+    /* R12 */ {.comment = "! (iadev(j),j=1,nev) OR 0", .item = kInteger, .count = all(kNev),
+     .presence = kWhenAny, .placeholder = kZero, .comment_needs_items = true},
+    /* R13 */ {.comment = "! j0ev", .item = kInteger, .count = exactly(1), .keeps = kJ0ev},
+    /* R14 */ {.comment = "! (ievent(j),j=1,j0ev-1) OR 0", .item = kInteger,
+     .count = below(kJ0ev), .presence = kWhenAny, .placeholder = kZero, .shape = kSliced,
+     .minus_in_text = true},
+    /* R15 */ {.comment = "! j30ev,j10ev,j2ev", .item = kInteger, .count = exactly(3),
+     .keeps = kJ30ev},
+    /* R16 */ {.comment = "! ls1p,lE1,lexE", .item = kInteger, .count = exactly(3),
+     .keeps = kLs1p},
+    /* R17 */ {.comment = "! (S1(j),j=ls1p + 1,j30ev - 1) OR 0", .item = kReal,
+     .count = kRestOfS1, .presence = kUnlessTestZero, .test = kRestOfS1, .placeholder = kZero,
+     .comment_needs_items = true, .minus_in_text = true},
+    /* R18 */ {.comment = "! (iE1(j),j=lE1 + 1,j10ev - 1) OR 0", .item = kInteger,
+     .count = between(kLe1, kJ10ev), .presence = kUnlessTestZero, .test = kRestOfS1,
+     .placeholder = kZero, .comment_needs_items = true},
+    /* R19 */ {.comment = "! (iexE(j),j=lexE + 1,j2ev - 1) OR 0", .item = kInteger,
+     .count = between(kLexe, kJ2ev), .presence = kUnlessTestZero, .test = kRestOfS1,
+     .placeholder = kZero, .comment_needs_items = true},
+    /* R20 */ {.comment = "! nnlist,j0li", .item = kInteger, .count = exactly(2),
+     .keeps = kNnlist},
+    /* R21 */ {.comment = "! (cnLIS(j),j=1,nnlist)", .item = kShortText, .count = all(kNnlist),
+     .presence = kUnlessTestZero, .test = all(kNnlist)},
+    /* R22 */ {.comment = "! (ialist(j),j=1,j0li-1)", .item = kInteger, .count = below(kJ0li),
+     .presence = kUnlessTestZero, .test = all(kNnlist)},
+    /* R23 */ {.comment = "! (iadlis(j),j=1,nnlist)", .item = kInteger, .count = all(kNnlist),
+     .presence = kUnlessTestZero, .test = all(kNnlist)},
+    /* R24 */ {.comment = "! (S1(j),j=1,j30-1)", .item = kReal, .count = below(kJ30),
+     .shape = kSliced, .minus_in_text = true},
+    /* R25 */ {.comment = "! nWRo,lWRb", .item = kInteger, .count = exactly(2), .keeps = kNwro},
+    /* R26 */ {.comment = "! (iWRo(j),j=1,nWRo-1) OR 0", .item = kInteger, .count = below(kNwro),
+     .presence = kWhenAny, .placeholder = kZero, .minus_in_text = true},
+    /* R27 */ {.comment = "! (b1(j),j=1,lWRb) OR SP", .item = kLongText, .count = all(kLwrb),
+     .presence = kUnlessTestZero, .test = all(kLwrb), .placeholder = kBlank},
+    /* R28 */ {.comment = "! Nvar,i2", .item = kInteger, .count = exactly(2),
+     .keeps = kNvarAgain},
+};
+// clang-format on
+
+// The counts of one part do not outlive it, so that no record is read by those of another one.
+void forget_record_counts(SaveCounts& counts) {
+  std::fill(counts.value + static_cast<int>(kNvar), std::end(counts.value), 0);
+}
+
+// Reads the items of one field; kEnd when the file ends before its first byte.
+PartStatus walk_field(File& file, SaveCounts& counts, const SaveField& field, FieldTaker& taker) {
+  alignas(8) static char slice[kSliceBytes];
+  const FieldItems items = items_of(counts, field);
+  if (!items.present) return PartStatus::kOk;
+  const bool wanted = taker.wants(field);
+  if (wanted) taker.begin(field, items);
+  bool any = false;
+  for (std::int64_t left = items.count; left > 0;) {
+    const bool slicewise = wanted || field.keeps != kNone;
+    const int count = slicewise ? slice_of(items.item, left) : 0;
+    const ReadStatus status =
+        slicewise ? file.read(slice, static_cast<std::size_t>(count * bytes_of(items.item)))
+                  : file.skip(left * bytes_of(items.item));
+    if (status == ReadStatus::kError) return PartStatus::kReadError;
+    if (status != ReadStatus::kOk) {
+      return status == ReadStatus::kEnd && !any ? PartStatus::kEnd : PartStatus::kCut;
+    }
+    if (!slicewise) break;
+    any = true;
+    if (field.keeps != kNone) {
+      keep_counts(counts, field, reinterpret_cast<const std::int32_t*>(slice));
+    }
+    if (wanted) taker.take(field, items, slice, count);
+    left -= count;
+  }
+  if (wanted) taker.end(field, items);
+  return PartStatus::kOk;
+}
+
+}  // namespace
+
+std::span<const SaveField> fields_of(SavePart part) {
+  if (part == SavePart::kControlStructures) return kControlStructures;
+  return kRecordFields;
+}
+
+FieldItems items_of(const SaveCounts& counts, const SaveField& field) {
+  const std::int64_t count = std::max<std::int64_t>(field.count.in(counts), 0);
+  const bool has_items = field.presence == kAlways || (field.presence == kWhenAny && count > 0) ||
+                         (field.presence == kUnlessTestZero && field.test.in(counts) != 0);
+  if (has_items) return {true, false, field.item, count};
+  const bool stands_in = field.placeholder != kNothing;
+  return {stands_in, stands_in, field.placeholder == kBlank ? kTitleChar : kInteger,
+          stands_in ? 1 : 0};
+}
+
+int slice_of(SaveItem item, std::int64_t items_left) {
+  const std::int64_t most = std::min<std::int64_t>(kSliceItems, kSliceBytes / bytes_of(item));
+  return static_cast<int>(std::min(items_left, most));
+}
+
+void keep_counts(SaveCounts& counts, const SaveField& field, const std::int32_t* integers) {
+  const int first = static_cast<int>(field.keeps);
+  std::copy_n(integers, field.count.in(counts), counts.value + first);
+  if (field.keeps == kNnlist && counts[kNnlist] != 0 && counts[kJ0li] > kMaxListIntegers) {
+    stop_on_inconsistency("%dbg- ZRV2:LIST: 5*MXelem>lpres");
+  }
+}
+
+PartStatus walk_part(File& file, SavePart part, SaveCounts& counts, FieldTaker& taker) {
+  forget_record_counts(counts);
+  bool first = part == SavePart::kRecord;
+  for (const SaveField& field : fields_of(part)) {
+    const PartStatus status = walk_field(file, counts, field, taker);
+    if (status == PartStatus::kEnd) return first ? PartStatus::kEnd : PartStatus::kCut;
+    if (status != PartStatus::kOk) return status;
+    first = false;
+  }
+  return PartStatus::kOk;
+}
+
+}  // namespace zorvik

@@ -1,0 +1,281 @@
+#include "service/saving_text.h"
+
+#include <algorithm>
+
+#include "driver/messages.h"
+#include "driver/text.h"
+#include "driver/units.h"
+#include "service/refusal.h"
+#include "service/save_file.h"
+#include "service/text_reader.h"
+#include "service/text_writer.h"
+
+namespace zorvik {
+namespace {
+
+constexpr std::string_view kToTextConsequence =
+    "      Utility can not execute command \"TO_TEXT SAVING\". Function SCMD2";
+constexpr TextForm kForm = {"<savtxt>", "<vnxsav>",
+                            "   Utility can not execute command FROM_TEXT SAVING Function SCMD2",
+                            false};
+constexpr std::string_view kBlankItem = "[ ]";  // stands in for absent texts
+constexpr int kTitleColumns = 100;              // what counts of the title's line
+constexpr std::int32_t kWrittenI2 = 1;          // last integer of a record made from text
+
+bool is_text(SaveItem item) {
+  return item == SaveItem::kTitleChar || item == SaveItem::kCharCode ||
+         item == SaveItem::kShortText || item == SaveItem::kLongText;
+}
+
+// ---- TO_TEXT
+
+[[noreturn]] void refuse_to_text(std::string_view what, int io_status = kNoIoStatus) {
+  refuse(what, kToTextConsequence, io_status);
+}
+
+[[noreturn]] void refuse_during(std::string_view what, std::string_view name, int io_status = 0) {
+  refuse_to_text(message("%fat- ", what,
+                         " error detected during \"TO_TEXT SAVING\" operation. "
+                         "File ",
+                         name),
+                 io_status);
+}
+
+// Writes the fields met on a walk over the save file.
+class FieldWriter : public FieldTaker {
+ public:
+  explicit FieldWriter(TextWriter& text) : text_(text) {}
+
+  bool wants(const SaveField&) const override { return true; }
+
+  void begin(const SaveField& field, const FieldItems& items) override {
+    const bool commented =
+        !field.comment.empty() && !(items.placeholder && field.comment_needs_items);
+    if (commented) text_.line(field.comment);
+    if (is_text(items.item)) {
+      text_.begin_texts();
+      if (items.item == SaveItem::kTitleChar) text_.begin_item();
+    } else if (!goes_on_) {
+      text_.begin_numbers();
+    }
+  }
+
+  void take(const SaveField& field, const FieldItems& items, void* slice, int count) override {
+    if (items.placeholder) std::fill_n(static_cast<char*>(slice), kPlaceholderBytes, '\0');
+    const auto* characters = static_cast<const char*>(slice);
+    switch (items.item) {
+      case SaveItem::kInteger:
+        text_.integers(static_cast<const std::int32_t*>(slice), count);
+        break;
+      case SaveItem::kReal:
+        text_.reals(static_cast<const double*>(slice), count);
+        break;
+      case SaveItem::kCharCode:
+        text_.codes(static_cast<const std::int32_t*>(slice), count);
+        break;
+      case SaveItem::kTitleChar:
+        text_.item_piece(items.placeholder
+                             ? std::string_view(" ")
+                             : std::string_view(characters, static_cast<std::size_t>(count)));
+        break;
+      case SaveItem::kShortText:
+      case SaveItem::kLongText:
+        text_.texts(characters, count, static_cast<int>(bytes_of(items.item)));
+        break;
+    }
+    if (!is_text(items.item) && is_sliced(field, items)) {
+      text_.end_numbers();
+      text_.begin_numbers();
+    }
+  }
+
+  void end(const SaveField& field, const FieldItems& items) override {
+    goes_on_ = field.shape == TextShape::kGroupGoesOn;
+    if (items.item == SaveItem::kTitleChar) text_.end_item();
+    if (is_text(items.item)) {
+      text_.end_texts();
+    } else if (!goes_on_ && !is_sliced(field, items)) {
+      text_.end_numbers();
+    }
+  }
+
+ private:
+  static constexpr int kPlaceholderBytes = 4;
+
+  static bool is_sliced(const SaveField& field, const FieldItems& items) {
+    return field.shape == TextShape::kSliced && !items.placeholder;
+  }
+
+  TextWriter& text_;
+  bool goes_on_ = false;  // the field before shares its number group with this one
+};
+
+// Reads a part of the save file and writes it as text.
+void write_save_part(SavePart part, File& save, SaveCounts& counts, TextWriter& text) {
+  FieldWriter writer(text);
+  switch (walk_part(save, part, counts, writer)) {
+    case PartStatus::kOk:
+      return;
+    case PartStatus::kReadError:
+      refuse_to_text("%err- Read error. File <vnxsav>", save.io_status());
+    case PartStatus::kEnd:
+    case PartStatus::kCut:
+      refuse_to_text("%err- Premature End_of_File detected during reading from <vnxsav>");
+  }
+}
+
+// Refuses when the save file has no record `number` or is damaged.
+void check_save_file(File& save, SaveCounts& counts, double number) {
+  if (scan_save_part(save, SavePart::kControlStructures, counts) != ScanStatus::kOk) {
+    refuse_to_text("%fat- Control structures in <vnxsav> are invalid");
+  }
+  std::int64_t records = 0;
+  if (scan_records(save, counts, records) != ScanStatus::kEnd) refuse_during("I/O", "<vnxsav>");
+  if (records == 0) {
+    refuse_to_text("%fat- File <vnxsav> has not valid records except control structures");
+  }
+  if (number > static_cast<double>(records)) {
+    refuse(message("%fat- Number of records in <vnxsav> NR = ", records),
+           "      2nd argument of SCMD2 > NR");
+  }
+}
+
+void close_after_to_text(File& file, std::string_view name) {
+  if (const int status = file.close(); status != 0) refuse_during("Close", name, status);
+}
+
+// ---- FROM_TEXT
+
+alignas(8) char slice[kSliceBytes];
+
+// Reads `count` items of a field into the slice.
+void read_slice(TextReader& text, const SaveField& field, const FieldItems& items, int count) {
+  const bool minus = field.minus_in_text && items.item == field.item;  // not for a placeholder
+  const Sign sign = minus ? Sign::kPlusOrMinus : Sign::kPlus;
+  for (int k = 0; k < count; ++k) {
+    if (items.item == SaveItem::kInteger) {
+      reinterpret_cast<std::int32_t*>(slice)[k] = text.integer(sign);
+    } else if (items.item == SaveItem::kReal) {
+      reinterpret_cast<double*>(slice)[k] = text.real(sign);
+    } else {
+      const auto width = static_cast<std::size_t>(bytes_of(items.item));
+      copy_padded(slice + static_cast<std::size_t>(k) * width, width, text.text_item());
+    }
+  }
+}
+
+void write_slice(TextReader& text, const FieldItems& items, int count) {
+  text.write(slice, static_cast<std::size_t>(count * bytes_of(items.item)));
+}
+
+void read_title(TextReader& text, const FieldItems& items) {
+  const std::string_view line = text.whole_line(kTitleColumns);
+  if (static_cast<std::int64_t>(line.size()) != items.count + 2) text.refuse_line();
+  text.write(line.data() + 1, line.size() - 2);
+}
+
+void read_blank_item(TextReader& text) {
+  if (text.whole_line(kTextColumns) != kBlankItem) text.refuse_line();
+  text.write(" ", 1);
+}
+
+void read_codes(TextReader& text, const FieldItems& items) {
+  for (std::int64_t left = items.count; left > 0;) {
+    const auto count = static_cast<int>(std::min<std::int64_t>(left, kCodesPerLine));
+    const std::string_view line = text.whole_line(kTextColumns);
+    if (static_cast<int>(line.size()) < count + 2) text.refuse_line();
+    for (int k = 0; k < count; ++k) {
+      reinterpret_cast<std::int32_t*>(slice)[k] =
+          static_cast<unsigned char>(line[static_cast<std::size_t>(k) + 1]);
+    }
+    write_slice(text, items, count);
+    left -= count;
+  }
+}
+
+// Before the last group is written its first integer is compared with the record's first one.
+void check_last_group(TextReader& text, SaveCounts& counts) {
+  if (counts[SaveCount::kNvarAgain] != counts[SaveCount::kNvar]) {
+    text.refuse(message("%fat- File <savtxt>. Invalid value ", counts[SaveCount::kNvar]));
+  }
+  reinterpret_cast<std::int32_t*>(slice)[1] = kWrittenI2;
+}
+
+void read_items(TextReader& text, SaveCounts& counts, const SaveField& field,
+                const FieldItems& items) {
+  for (std::int64_t left = items.count; left > 0;) {
+    const int count = slice_of(items.item, left);
+    read_slice(text, field, items, count);
+    if (field.keeps != SaveCount::kNone) {
+      keep_counts(counts, field, reinterpret_cast<const std::int32_t*>(slice));
+    }
+    if (field.keeps == SaveCount::kNvarAgain) check_last_group(text, counts);
+    write_slice(text, items, count);
+    left -= count;
+  }
+}
+
+void read_field(TextReader& text, SaveCounts& counts, const SaveField& field) {
+  const FieldItems items = items_of(counts, field);
+  if (!items.present) return;
+  const bool markers = is_text(items.item);
+  if (markers) text.marker(kTextBegin);
+  if (items.item == SaveItem::kTitleChar) {
+    items.placeholder ? read_blank_item(text) : read_title(text, items);
+  } else if (items.item == SaveItem::kCharCode) {
+    read_codes(text, items);
+  } else {
+    read_items(text, counts, field, items);
+  }
+  if (markers) text.marker(kTextEnd);
+}
+
+void read_save_part(TextReader& text, SavePart part, SaveCounts& counts) {
+  for (const SaveField& field : fields_of(part)) {
+    if (!field.comment.empty()) text.end_group();  // of the group before
+    read_field(text, counts, field);
+  }
+  text.end_group();
+}
+
+void close_after_from_text(File& file, std::string_view name) {
+  if (const int status = file.close(); status != 0) {
+    refuse(message("%fat- Close error. File ", name, '.'), kForm.consequence, status,
+           source_line.number);
+  }
+}
+
+}  // namespace
+
+void saving_to_text(double number) {
+  File& save = open_save_file();
+  SaveCounts counts;
+  check_save_file(save, counts, number);
+  if (const int status = save.rewind(); status != 0) refuse_during("Rewind", "<vnxsav>", status);
+  open_file(kTextUnit, "TXS", {}, TextFile::kNew);
+  TextWriter text(file_on(kTextUnit), "<savtxt>", kToTextConsequence);
+  write_save_part(SavePart::kControlStructures, save, counts, text);
+  if (!skip_records(save, counts, static_cast<std::int64_t>(number) - 1)) {
+    refuse_during("I/O", "<vnxsav>");
+  }
+  write_save_part(SavePart::kRecord, save, counts, text);
+  text.finish();
+  close_after_to_text(save, "<vnxsav>");
+  close_after_to_text(file_on(kTextUnit), "<savtxt>");
+}
+
+void saving_from_text() {
+  open_file(kTextUnit, "TXS");
+  open_file(kSaveUnit, "SAN");
+  File& save = file_on(kSaveUnit);
+  TextReader text(kTextUnit, save, kForm);
+  SaveCounts counts;
+  read_save_part(text, SavePart::kControlStructures, counts);
+  read_save_part(text, SavePart::kRecord, counts);
+  if (text.more_follows()) text.refuse("%fat- File <savtxt>. Extra information detected");
+  text.flush();
+  close_after_from_text(save, "<vnxsav>");
+  close_after_from_text(file_on(kTextUnit), "<savtxt>");
+}
+
+}  // namespace zorvik

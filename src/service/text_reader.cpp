@@ -1,0 +1,143 @@
+// A real without the letter of its exponent is converted in a second attempt:
+//   1.500000000+300 -> syntax error, no "E" -> 1.500000000E+300
+#include "service/text_reader.h"
+
+#include "driver/language_tables.h"
+#include "driver/text.h"
+#include "driver/units.h"
+#include "lang/constants.h"
+#include "service/refusal.h"
+
+namespace zorvik {
+namespace {
+
+constexpr std::size_t kShortestItemLine = 3;  // its brackets and a character
+
+}  // namespace
+
+TextReader::TextReader(int text_unit, File& binary, const TextForm& form)
+    : unit_(text_unit), binary_(binary), form_(form), group_start_(binary.position()) {
+  reset_source_line();
+  source_line.width = kTextColumns;
+  reset_lexer();
+  lexer_state.labels = false;
+  lexer_state.operators = false;
+}
+
+void TextReader::refuse(std::string_view text, int io_status) {
+  binary_.cut_back_to(group_start_);
+  binary_.close();
+  zorvik::refuse(text, form_.consequence, io_status, source_line.number);
+}
+
+void TextReader::refuse_end() {
+  if (source_line.failure != 0) {
+    refuse(message("%fat- Read error. File ", form_.text_name, '.'), source_line.failure);
+  }
+  refuse(message("%fat- Premature end of file detected. File ", form_.text_name));
+}
+
+std::string_view TextReader::lexeme() {
+  if (peeked_) {
+    peeked_ = false;
+    return lexeme_.view();
+  }
+  switch (next_lexeme(unit_, lexeme_)) {
+    case LexStatus::kLexeme:
+      break;
+    case LexStatus::kEnd:
+      refuse_end();
+    case LexStatus::kError:
+      refuse(message(lexeme_.view(), " File ", form_.text_name));
+  }
+  return lexeme_.view();
+}
+
+bool TextReader::more_follows() {
+  if (peeked_) return true;
+  const LexStatus status = next_lexeme(unit_, lexeme_);
+  if (status == LexStatus::kError) refuse(message(lexeme_.view(), " File ", form_.text_name));
+  if (status == LexStatus::kEnd && source_line.failure != 0) refuse_end();
+  peeked_ = status == LexStatus::kLexeme;
+  return peeked_;
+}
+
+// The next lexeme without the sign it may have.
+std::string_view TextReader::number(Sign sign, bool& negative) {
+  std::string_view text = lexeme();
+  if (text == "+" || text == "-") {
+    refuse(message("%fat- Invalid lexeme\"", text, "\" File ", form_.text_name));
+  }
+  negative = text.front() == '-' && sign == Sign::kPlusOrMinus;
+  if (text.front() == '+' || negative) text.remove_prefix(1);
+  return text;
+}
+
+std::int32_t TextReader::integer(Sign sign) {
+  bool negative = false;
+  const int value = parse_integer_constant(number(sign, negative), error_);
+  if (!error_.empty()) refuse(message(error_, " File ", form_.text_name));
+  return negative ? -value : value;
+}
+
+double TextReader::real(Sign sign) {
+  bool negative = false;
+  const std::string_view text = number(sign, negative);
+  if (lexeme_.view() == "UNDEF") return kUndefined;
+  double value = parse_real_constant(text, error_);
+  if (!error_.empty()) value = repaired_real(text);
+  return negative ? -value : value;
+}
+
+double TextReader::repaired_real(std::string_view text) {
+  if (text.find('E') == std::string_view::npos) {
+    std::size_t sign = text.find('-');
+    if (sign == std::string_view::npos) sign = text.find('+');
+    if (sign != std::string_view::npos) {
+      const std::string repaired = message(text.substr(0, sign), 'E', text.substr(sign));
+      const double value = parse_real_constant(repaired, error_);
+      if (error_.empty()) return value;
+    }
+  } else if (form_.bad_exponent_is_zero) {
+    return 0.0;
+  }
+  refuse(message(error_, " File ", form_.text_name));
+}
+
+void TextReader::marker(std::string_view text) {
+  if (lexeme() != text) {
+    refuse(message("%fat- File ", form_.text_name, ". String ", text, " expected"));
+  }
+}
+
+std::string_view TextReader::whole_line(int columns) {
+  if (read_source_line(unit_) == kEndOfText) refuse_end();
+  source_line.wants_line = true;  // lexemes go on with the line after it
+  const std::string_view all(source_line.text, static_cast<std::size_t>(source_line.length));
+  line_ = trim_right(trim_left(all.substr(0, static_cast<std::size_t>(columns))));
+  return line_;
+}
+
+std::string_view TextReader::text_item() {
+  const std::string_view text = whole_line(kTextColumns);
+  if (text.size() < kShortestItemLine) refuse_line();
+  return text.substr(1, text.size() - 2);
+}
+
+void TextReader::refuse_line() {
+  refuse(message("%fat- File ", form_.text_name, ". Invalid string ", line_));
+}
+
+void TextReader::write(const void* from, std::size_t bytes) {
+  if (const int status = binary_.write(from, bytes); status != 0) {
+    refuse(message("%fat- Write error. File ", form_.binary_name, '.'), status);
+  }
+}
+
+void TextReader::flush() {
+  if (const int status = binary_.flush(); status != 0) {
+    refuse(message("%fat- Write error. File ", form_.binary_name, '.'), status);
+  }
+}
+
+}  // namespace zorvik

@@ -1,0 +1,105 @@
+// Service commands run in a process of their own, as they end it, and in a fresh directory.
+#ifndef ZORVIK_TESTS_UNIT_SERVICE_RUN_H_
+#define ZORVIK_TESTS_UNIT_SERVICE_RUN_H_
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "driver/messages.h"
+#include "driver/number_format.h"
+#include "driver/run_end.h"
+#include "driver/units.h"
+#include "service/service_command.h"
+#include "stores/results_store.h"
+
+namespace zorvik {
+
+struct Outcome {
+  int status;
+  std::string console, listing;
+};
+
+constexpr const char* kErrorsNotice = " Errors detected. See listing\n";
+
+class ServiceRun : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    char name[] = "/tmp/zorvik_service_XXXXXX";
+    directory_ = ::mkdtemp(name);
+  }
+  void TearDown() override { std::filesystem::remove_all(directory_); }
+
+  void put(const std::string& name, const std::string& bytes) {
+    std::ofstream(directory_ + "/" + name, std::ios::binary | std::ios::trunc) << bytes;
+  }
+  std::string get(const std::string& name) {
+    std::ostringstream content;
+    content << std::ifstream(directory_ + "/" + name, std::ios::binary).rdbuf();
+    return content.str();
+  }
+  bool exists(const std::string& name) { return std::filesystem::exists(directory_ + "/" + name); }
+  void remove(const std::string& name) { std::filesystem::remove(directory_ + "/" + name); }
+
+  // Runs `body` as the program would run a statement of MAIN. `largest_file`: a full disk.
+  template <class Body>
+  Outcome run(Body body, rlim_t largest_file = RLIM_INFINITY) {
+    remove("zrvlis");
+    const pid_t child = ::fork();
+    if (child == 0) {
+      enter(largest_file);
+      body();
+      end_run(RunEnd::kNormal);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, get("console"), get("zrvlis")};
+  }
+
+  Outcome scmd2(const std::string& command, std::vector<double> numbers = {0},
+                Shape shape = kScalar, rlim_t largest_file = RLIM_INFINITY) {
+    return run(
+        [&] {
+          run_service_command(
+              {"MAIN_procedure      ", kCharacter, command, kInteger, shape, numbers});
+        },
+        largest_file);
+  }
+
+  void expect_refusal(const Outcome& outcome, const std::string& listing) {
+    EXPECT_EQ(outcome.listing, listing);
+    EXPECT_EQ(outcome.console, kErrorsNotice);
+    EXPECT_EQ(outcome.status, 1);
+  }
+
+ private:
+  void enter(rlim_t largest_file) {
+    if (::chdir(directory_.c_str()) != 0) ::_exit(99);
+    const int console = ::open("console", O_CREAT | O_TRUNC | O_WRONLY, 0600);
+    ::dup2(console, STDOUT_FILENO);
+    if (largest_file != RLIM_INFINITY) {
+      std::signal(SIGXFSZ, SIG_IGN);
+      const rlimit limit{largest_file, largest_file};
+      ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    reset_results_store();
+    reset_number_format();
+    reset_messages();
+    open_file(kListingUnit, "LIS");
+  }
+
+  std::string directory_;
+};
+
+}  // namespace zorvik
+
+#endif  // ZORVIK_TESTS_UNIT_SERVICE_RUN_H_
