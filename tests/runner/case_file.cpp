@@ -8,8 +8,8 @@
 #include <iterator>
 #include <sstream>
 
+#include "sample/sample_plant.h"
 #include "support/binary_text.h"
-#include "support/sample_plant.h"
 
 namespace zorvik::runner {
 namespace {
@@ -76,7 +76,7 @@ std::string bytes_of(const Section& section) {
 std::string content_as(const Section& section, const std::string& name, const std::string& form) {
   if (form == "text" || form.empty()) return text_of(section);
   if (form == "binary") return bytes_of(section);
-  for (const auto& file : support::sample_files()) {
+  for (const auto& file : sample::sample_files()) {
     if (form == "sample" && file.name == name) return file.bytes();
   }
   reject(section.where, "neither text nor binary nor a file of the sample plant");

@@ -14,9 +14,9 @@
 #include "exec/interpolation.h"
 #include "exec/random.h"
 #include "exec/spline.h"
+#include "sample/property_file.h"
 #include "stores/results_store.h"
 #include "support/ended_run.h"
-#include "support/property_file.h"
 #include "wsp/property_file.h"
 
 namespace zorvik {
@@ -197,7 +197,7 @@ TEST(PropertyFunctions, ReadTheTablesOnce) {
   const auto before = std::filesystem::current_path();
   std::filesystem::current_path(testing::TempDir());
   std::ofstream(std::string(kPropertyFileName), std::ios::binary)
-      << support::sample_property_file_bytes();
+      << sample::sample_property_file_bytes();
   forget_property_file();
   for (int call = 1; call <= 2; ++call) {
     reset_evaluation();

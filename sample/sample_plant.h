@@ -31,17 +31,17 @@
 //
 // vnxsav has three records at 20, 40 and 60 s, each with the events BREAK and SCRAM and the state
 // t, s, p. nwsp_dat holds the tables of property_file.h.
-#ifndef ZORVIK_TESTS_SUPPORT_SAMPLE_PLANT_H_
-#define ZORVIK_TESTS_SUPPORT_SAMPLE_PLANT_H_
+#ifndef ZORVIK_SAMPLE_SAMPLE_PLANT_H_
+#define ZORVIK_SAMPLE_SAMPLE_PLANT_H_
 
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "support/results_file.h"
-#include "support/save_file.h"
+#include "sample/results_file.h"
+#include "sample/save_file.h"
 
-namespace zorvik::support {
+namespace zorvik::sample {
 
 ResultsFile sample_results();
 SaveFile sample_savings();
@@ -53,6 +53,6 @@ struct SampleFile {
 };
 const std::vector<SampleFile>& sample_files();
 
-}  // namespace zorvik::support
+}  // namespace zorvik::sample
 
-#endif  // ZORVIK_TESTS_SUPPORT_SAMPLE_PLANT_H_
+#endif  // ZORVIK_SAMPLE_SAMPLE_PLANT_H_

@@ -1,12 +1,12 @@
 // The values of a record are appended entry by entry in the order of the file: the catalogue's
 // entries make up the extended part exactly, the listed entries follow the problem time.
-#include "support/sample_plant.h"
+#include "sample/sample_plant.h"
 
 #include <algorithm>
 
-#include "support/property_file.h"
+#include "sample/property_file.h"
 
-namespace zorvik::support {
+namespace zorvik::sample {
 namespace {
 
 constexpr int kRecords = 31;
@@ -160,4 +160,4 @@ const std::vector<SampleFile>& sample_files() {
   return files;
 }
 
-}  // namespace zorvik::support
+}  // namespace zorvik::sample
