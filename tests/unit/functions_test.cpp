@@ -22,7 +22,7 @@
 namespace zorvik {
 namespace {
 
-constexpr int kLina = 25, kWs1p1 = 27, kInteg = 30, kFourt = 31;
+constexpr int kWs1p1 = 27, kInteg = 30, kFourt = 31;
 using Values = std::vector<double>;
 
 void push_values(const Values& values) {
@@ -129,13 +129,6 @@ TEST(Spline, ReproducesCubics) {
   EXPECT_EQ(c, (Values{0, 0}));
 }
 
-TEST(Integral, OfThreePointsAndOfAParabola) {
-  EXPECT_EQ(integral({0, 1, 2}, {0, 1, 2}), 2.0);
-  EXPECT_NEAR(integral({0, 1, 2, 3}, {0, 1, 4, 9}), 9.0, 1e-9);
-  // Through three points goes the parabola.
-  EXPECT_NEAR(integral({0, 1, 2}, {0, 1, 4}), 8.0 / 3, 1e-9);
-}
-
 TEST(Fourier, CoefficientsOfClosedForms) {
   constexpr double kTurn = 2 * std::numbers::pi;
   Values x, y;
@@ -167,18 +160,6 @@ TEST(WorkSpace, IsTheValueBufferBehindTheValuesInUse) {
   push_values(four_thousand);
   EXPECT_EQ(support::ended_run([] { iu9fn2(kInteg, 2); }).console,
             " %fat- Work space for INTEG is full Line 12\n Errors detected. See listing\n");
-  // LINA's result takes the place of its arguments.
-  for (const int values : {20000, 20001}) {
-    reset_evaluation();
-    push_scalar(kReal, 0);
-    push_scalar(kReal, 1);
-    push_scalar(kInteger, values);
-    const auto run = support::ended_run([] { iu9fn2(kLina, 3); });
-    EXPECT_EQ(run.console, values == 20000
-                               ? ""
-                               : " %fat- Function LINA. 3rd argument is too large Line 12\n"
-                                 " Errors detected. See listing\n");
-  }
 }
 
 TEST(Interpolation, BothDirectionsAtAndBeyondBothEnds) {
@@ -213,26 +194,6 @@ TEST(PropertyFunctions, ReadTheTablesOnce) {
   }
   forget_property_file();
   std::filesystem::current_path(before);
-}
-
-TEST(Dispatcher, RefusesCallsThatNoFunctionHas) {
-  const struct {
-    int number, arguments;
-    const char* text;
-  } kCases[] = {
-      {0, 1, " %dbg- iu9fn2: invalid function number\n"},
-      {33, 1, " %dbg- iu9fn2: invalid function number\n"},
-      {3, 6, " %dbg- iu9fn2: invalid function number\n"},
-      {3, 2, " %dbg-iu9fn2: unrecognized function (2 arg-s)\n"},
-      {21, 3, " %dbg- iu9fn2: unrecognized function (3 arg-s)\n"},
-      {25, 4, " %dbg- iu9fn2: unrecognized function (4 arg-s)\n"},
-      {kWs1p1, 5, " %dbg- iu9fn2: unrecognized function (5 arg-s)\n"},
-  };
-  for (const auto& c : kCases) {
-    const auto run = support::ended_run([&] { iu9fn2(c.number, c.arguments); });
-    EXPECT_EQ(run.console, c.text) << c.number;
-    EXPECT_EQ(run.status, 1);
-  }
 }
 
 }  // namespace
