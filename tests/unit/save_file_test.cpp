@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <initializer_list>
 #include <random>
@@ -141,7 +142,8 @@ SaveFile many(int records) {
     SaveRecord record = plain_record(k, 10 * k);
     record.state = {1.0 * k, 2.0 * k};
     record.names.assign(static_cast<std::size_t>(k % 3), "N");  // of different lengths
-    record.pointers = record.more_pointers = record.lengths = sample::Integers(k % 3u, k);
+    record.pointers = record.more_pointers = record.lengths =
+        sample::Integers(record.names.size(), k);
     file.records.push_back(record);
   }
   return file;
@@ -198,9 +200,9 @@ TEST_F(SaveFiles, CutsAreShownAndRepaired) {
   const std::string none =
       " %fat- Number of records in <vnxsav> is 0. Only control structures are "
       "present\n       Utility can not execute command SHOW. Function SCMD2\n";
-  // Every byte of the last record, every fifth one before it.
+  // Every byte of the last record, every seventh one before it.
   const auto next_size = [&](std::size_t size) {
-    return size < first ? std::min(size + 5, first) : size + 1;
+    return size < first ? std::min(size + 7, first) : size + 1;
   };
   for (std::size_t size = 0; size <= whole.size(); size = next_size(size)) {
     SCOPED_TRACE(size);
@@ -246,7 +248,7 @@ TEST_F(SaveFiles, HostileIntegersComeToADefinedEnd) {
   const SaveFile file = sample();
   const std::string whole = sample::save_file_bytes(file);
   const char* const kCommands[] = {"SHOW EVENTS", "TO_TEXT SAVING", "KEEP"};
-  for (std::size_t place = 0; place + 4 <= whole.size(); place += 2) {
+  for (std::size_t place = 0; place + 4 <= whole.size(); place += 4) {
     const std::int32_t hostile = place % 3 == 0 ? -1 : place % 3 == 1 ? 2147483647 : -2147483648;
     std::string bytes = whole, replacement;
     sample::append_int32(replacement, hostile);

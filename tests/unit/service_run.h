@@ -22,6 +22,13 @@
 #include "service/service_command.h"
 #include "stores/results_store.h"
 
+// The sanitizer's search for leaks takes far longer than a command: the processes of the commands
+// end without it.
+inline bool is_command_process = false;
+extern "C" inline __attribute__((used)) int __lsan_is_turned_off() {  // NOLINT: name of the runtime
+  return is_command_process ? 1 : 0;
+}
+
 namespace zorvik {
 
 struct Outcome {
@@ -83,6 +90,7 @@ class ServiceRun : public ::testing::Test {
 
  private:
   void enter(rlim_t largest_file) {
+    is_command_process = true;
     if (::chdir(directory_.c_str()) != 0) ::_exit(99);
     const int console = ::open("console", O_CREAT | O_TRUNC | O_WRONLY, 0600);
     ::dup2(console, STDOUT_FILENO);
