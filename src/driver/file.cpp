@@ -57,6 +57,12 @@ int File::open_old(const std::string& path) {
   return attach(descriptor);
 }
 
+int File::open_to_read(const std::string& path) {
+  const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (descriptor < 0) return fail(errno);
+  return attach(descriptor);
+}
+
 int File::open_new(const std::string& path) {
   const int descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
   if (descriptor < 0) return fail(errno);
@@ -82,7 +88,7 @@ void File::adopt_descriptor(int descriptor, bool line_buffered) {
 
 int File::close() {
   if (descriptor_ < 0) return 0;
-  int status = flush();
+  int status = write_failure_ != 0 ? 0 : flush();
   if (::close(descriptor_) != 0 && status == 0) status = errno;
   descriptor_ = -1;
   return status == 0 ? 0 : fail(status);

@@ -29,10 +29,12 @@ class File {
   // Each gives 0 or the errno value of the failure. `open_old` falls back to reading only when the
   // file may not be written. The scratch file has no name and vanishes when it is closed.
   int open_old(const std::string& path);
+  int open_to_read(const std::string& path);
   int open_new(const std::string& path);
   int open_scratch();
   void adopt_descriptor(int descriptor, bool line_buffered);  // the console
-  int close();                                                // 0 when the file is not open
+  // 0 also when the file is not open, and for a failed write that was already given to a caller.
+  int close();
 
   bool is_open() const { return descriptor_ >= 0; }
   int io_status() const { return io_status_; }  // of the last failed operation

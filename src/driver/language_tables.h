@@ -70,7 +70,7 @@ constexpr int kMaxCharacterConstant = 80;
 
 inline constexpr std::string_view kOperatorCharacters = "*<>=:/+-;(),&|^";
 
-// Text of an operator by its code; "NN" marks what no expression operator uses.
+// Text of an operator by its code.
 inline constexpr std::array<std::string_view, 21> kOperatorTexts = {
     "",  "*", "<", ">", "=", ":",  "/",  "+",  "-",  ";", "(",
     ")", ",", "&", "|", "^", "**", "<=", "<>", "=>", "=="};

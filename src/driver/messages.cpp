@@ -45,7 +45,7 @@ void issue_message(int unit, std::string_view text, int io_status, Stop stop, in
   if (unit <= kConsole) write_record(kConsole, text, io_status);
   if (unit != kConsole) write_to_file(unit < 0 ? -unit : unit, text, io_status);
   if (stop == Stop::kNone) return;
-  if (stop == Stop::kWithNotice) notify_errors();
+  if (stop == Stop::kWithNotice) stop_with_notice();
   end_run(RunEnd::kFailed);
 }
 
@@ -73,7 +73,10 @@ void issue_pointed_message(int unit, std::string_view text, int column) {
   issue_message(unit, text);
 }
 
-void notify_errors() { issue_message(kConsole, "Errors detected. See listing"); }
+void stop_with_notice() {
+  issue_message(kConsole, "Errors detected. See listing");
+  end_run(RunEnd::kFailed);
+}
 
 void write_blank_line(int unit) {
   if (unit == kConsole) {

@@ -50,8 +50,8 @@ void issue_message(int unit, std::string_view text, int io_status = kNoIoStatus,
 // text of length 0 writes nothing. Never ends the run.
 void issue_pointed_message(int unit, std::string_view text, int column);
 
-// Writes the console's "Errors detected. See listing".
-void notify_errors();
+// Writes "Errors detected. See listing" on the console and ends the run.
+[[noreturn]] void stop_with_notice();
 
 // A record of one blank.
 void write_blank_line(int unit);

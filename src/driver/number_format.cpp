@@ -1,7 +1,7 @@
 // The digits are those of the exact binary value, correctly rounded: found by one multiplication
 // or, where that can't tell, by std::to_chars. The field rules of the format are applied to
-// them.   1.5e+100 -> mantissa "1.500000000", exponent "+100"
-// -> 1.500000000+100
+// them.
+//   1.5e+100 -> mantissa "1.500000000", exponent "+100" -> 1.500000000+100
 #include "driver/number_format.h"
 
 #include <algorithm>

@@ -26,6 +26,10 @@ void end_run(RunEnd end) {
 
   for (int unit = kUnitCount - 1; unit > kConsole; --unit) {
     if (unit == kListingUnit) continue;
+    if (unit == kScratchUnit) {
+      file_on(unit).close();  // it vanishes: nothing can be lost
+      continue;
+    }
     if (const int status = file_on(unit).close(); status != 0) {
       good = false;
       report_failed_close(unit, status);

@@ -14,16 +14,12 @@ SourceLine source_line;
 namespace {
 
 void list_line() {
-  char number[8];
+  char number[6];  // five digits and a blank
   int rest = source_line.number;
-  for (int k = 5; k >= 1; --k, rest /= 10) number[k] = static_cast<char>('0' + rest % 10);
-  number[0] = ' ';
-  number[6] = ' ';
+  for (int k = 4; k >= 0; --k, rest /= 10) number[k] = static_cast<char>('0' + rest % 10);
+  number[5] = ' ';
   const std::string_view text(source_line.text, static_cast<std::size_t>(source_line.length));
-  const int status = file_on(source_line.list_to).write_line({number, 7}, text);
-  if (status != 0) {
-    stop_run(kConsole, "%fat- Write error. File <zrvlis>", status, Stop::kAtOnce);
-  }
+  issue_message(source_line.list_to, message(std::string_view(number, sizeof number), text));
 }
 
 // Reads a record into the line; kOk, kEnd or kError.
@@ -76,10 +72,8 @@ int read_source_line(int unit) {
 }
 
 void u16pxy(int unit, int line, int column) {
-  const int list_to = source_line.list_to;
   return_to(unit, line, column);
-  source_line.list_to = list_to;
-  if (list_to != 0) list_line();
+  if (source_line.list_to != 0) list_line();
 }
 
 void return_to(int unit, int line, int column) {

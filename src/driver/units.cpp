@@ -15,7 +15,7 @@
 namespace zorvik {
 namespace {
 
-enum class Opening { kOld, kNew, kAsAsked, kScratch };
+enum class Opening { kRead, kOld, kNew, kAsAsked, kScratch };
 
 struct FileCode {
   std::string_view code;
@@ -24,7 +24,7 @@ struct FileCode {
 };
 
 constexpr FileCode kFileCodes[] = {
-    {"DAT", "zrvdat", Opening::kOld},     {"LIS", "zrvlis", Opening::kNew},
+    {"DAT", "zrvdat", Opening::kRead},    {"LIS", "zrvlis", Opening::kNew},
     {"SC1", "", Opening::kScratch},       {"RES", "vnxres", Opening::kOld},
     {"REC", "", Opening::kOld},           {"REN", "vnxres", Opening::kNew},
     {"REW", "", Opening::kNew},           {"SAV", "vnxsav", Opening::kOld},
@@ -37,6 +37,8 @@ std::array<std::string, kUnitCount> write_error_subjects;
 
 int open_as(File& file, const std::string& name, Opening opening, TextFile text_file) {
   switch (opening) {
+    case Opening::kRead:
+      return file.open_to_read(name);
     case Opening::kOld:
       return file.open_old(name);
     case Opening::kNew:
@@ -80,14 +82,16 @@ void open_file(int unit, std::string_view code, std::string_view name, TextFile 
   if (!known) to_lower_case(file_name.data(), file_name.size());
   if (opening == Opening::kScratch) unit = kScratchUnit;
 
+  const bool scratch = opening == Opening::kScratch;
   File& file = file_on(unit);
   if (const int status = open_as(file, file_name, opening, text_file); status != 0) {
     stop_run(kConsole,
-             opening == Opening::kScratch ? std::string("%fat- Open error. Scratch file")
-                                          : message("%fat- Open error. File ", file_name),
+             scratch ? std::string("%fat- Open error. Scratch file")
+                     : message("%fat- Open error. File ", file_name),
              status, Stop::kAtOnce);
   }
-  write_error_subjects[static_cast<std::size_t>(unit)] = message("File <", file_name, ">");
+  write_error_subjects[static_cast<std::size_t>(unit)] =
+      scratch ? std::string("Scratch file") : message("File <", file_name, ">");
   if (code == "LIS") set_listing_unit(unit);
 }
 
@@ -108,10 +112,6 @@ void set_write_error_subject(int unit, std::string subject) {
 
 const std::string& write_error_subject(int unit) {
   return write_error_subjects[static_cast<std::size_t>(unit)];
-}
-
-void reset_units() {
-  for (int unit = 1; unit < kUnitCount; ++unit) file_on(unit).close();
 }
 
 }  // namespace zorvik

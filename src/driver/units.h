@@ -66,9 +66,6 @@ Inquiry inquire_file(const std::string& name);
 void set_write_error_subject(int unit, std::string subject);
 const std::string& write_error_subject(int unit);
 
-// Closes every unit without a word (tests use several runs in one process).
-void reset_units();
-
 }  // namespace zorvik
 
 #endif  // ZORVIK_DRIVER_UNITS_H_

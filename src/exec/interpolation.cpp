@@ -25,7 +25,7 @@ int evenly_spaced_array(int number) {
 }
 
 double interpolate_linearly(const double* y, const double* x, int n, double at) {
-  const bool ascending = x[0] < x[n - 1];
+  const bool ascending = x[0] <= x[n - 1];
   const int lowest = ascending ? 0 : n - 1, highest = n - 1 - lowest;
   if (at <= x[lowest]) return y[lowest];
   if (at >= x[highest]) return y[highest];

@@ -6,10 +6,6 @@
 namespace zorvik {
 namespace {
 
-bool is_name_or_function(const Lexeme& lexeme) {
-  return lexeme.is(kName) || is_function(lexeme.code);
-}
-
 std::string fault_of_goto_target(const Lexeme& lexeme) {
   if (lexeme.is(kIntegerConstant) || is_name_or_function(lexeme)) return {};
   if (lexeme.is(kLabel)) return "%err- Label with \":\" is invalid after the GOTO statement";
@@ -59,11 +55,8 @@ std::string invalid_after(const Lexeme& lexeme, std::string_view word) {
   return text + message("\" is invalid after the ", word, " statement");
 }
 
-Outcome define_label(int unit, const Lexeme& label) {
+Outcome define_label(const Lexeme& label) {
   ControlTables& tables = control_tables;
-  if (statement_state.context == Context::kNone) {
-    return reject(unit, label, "%err- Invalid lexeme. There is no active procedure");
-  }
   if (tables.labels == kMaxControlStatements) {
     stop_with_listing(message("%fat- Number of labels > ", kMaxControlStatements));
   }
@@ -101,7 +94,7 @@ Outcome check_out(int unit, const Lexeme& head) {
   Lexeme target;
   const Outcome outcome = read_target(unit, head, target, fault_of_out_target);
   if (outcome != Outcome::kDone) return outcome;
-  add_out(target.view(), position_of(head));
+  add_out(target.view());
   take_semicolon(unit);
   return Outcome::kDone;
 }

@@ -10,7 +10,7 @@ namespace {
 constexpr std::string_view kBlockRule = "--------------------";
 
 std::string fault_of_output_name(const Lexeme& lexeme) {
-  if (lexeme.is(kName) || is_function(lexeme.code)) return {};
+  if (is_name_or_function(lexeme)) return {};
   if (lexeme.is(kLabel)) return "%err- Label is invalid after the OUTPUT statement";
   if (is_numeric_constant(lexeme.code)) {
     return message("%err- Name of OUTPUT begins from the ",

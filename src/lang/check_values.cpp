@@ -1,6 +1,5 @@
 // Statements that hold expressions: assignments, PRINT and WRITE, the heads of IF and DO.
 #include "driver/messages.h"
-#include "driver/run_end.h"
 #include "driver/text.h"
 #include "lang/expression_checker.h"
 #include "lang/statement_handlers.h"
@@ -84,7 +83,11 @@ Outcome check_condition(int unit, const Lexeme& head) {
     default:
       break;
   }
-  if (lexeme.is(kThen)) return Outcome::kDone;
+  if (lexeme.is(kThen)) {
+    next_lexeme(unit, lexeme);  // it was given back; a ":" behind it makes it no label
+    check_then(lexeme);
+    return Outcome::kDone;
+  }
   report_error_at(head.column, "%err- Invalid lexeme. THEN expected");
   return recover_from(unit, lexeme);
 }
@@ -146,8 +149,7 @@ Outcome check_do(int unit, const Lexeme& head) {
   if (outcome == Outcome::kDone) outcome = check_left_side(unit, name);
   if (outcome == Outcome::kDone) outcome = check_values(unit, values);
   if (outcome == Outcome::kTextEnded) {
-    notify_errors();
-    end_run(RunEnd::kFailed);
+    stop_with_notice();
   }
   if (outcome == Outcome::kDone && values != 2 && values != 3) {
     report_error("%err- Number of values in left side of DO-expression is not 2 or 3");

@@ -1,20 +1,25 @@
 // The code store: one array of 32-bit words that holds every compiled procedure. Pass 2 appends,
 // the executor reads and writes the loop records.
 //
-// A procedure is 8 header words and its statements. Header: 1 position of its END; 2 of an OUTPUT:
-// its first key descriptor; 7 of an OUTPUT: its number + 10, the unit of its file; 8 of the block
-// and of OUTPUTs: 1 (for an OUTPUT until its file is open); the rest 0. A statement is a head word,
-// code * 100000 - line, and its operands:
-//   IF       condition; then the pair -200000 - line of THEN, position of the ELSE or ENDIF pair
-//   ELSE     position of the ENDIF pair            ENDIF   0
-//   GOTO     position of the labelled statement    OUT     number of the called procedure
-//   PRINT, WRITE, WRITE1   expressions, -4000000 between them
-//   STOP, END, RETURN      nothing
-//   DO       position of the ENDDO pair, loop variable, bounds with -4000000 between them, 5 words
-//   of loop
-//            record
-//   ENDDO    position after the DO's words
+// A procedure is 8 header words and its statements.
+// clang-format off
+//   header word 1  position of the procedure's END
+//               2  of an OUTPUT: its first key descriptor
+//               7  of an OUTPUT: its number + 10, the unit of its file
+//               8  of the block and of OUTPUTs: 1; of an OUTPUT until its file is open
+// A statement is a head word, code * 100000 - line, and its operands:
+//   IF          condition; then the pair -200000 - line of THEN, position of the ELSE or ENDIF pair
+//   ELSE        position of the ENDIF pair
+//   ENDIF       0
+//   GOTO        position of the labelled statement
+//   OUT         number of the called procedure
+//   PRINT, WRITE, WRITE1  expressions, -4000000 between them
+//   DO          position of the ENDDO pair, loop variable, bounds with -4000000 between them,
+//               5 words that belong to the loop's record
+//   ENDDO       position after the DO's words
 //   assignment  target, value, then -4000000 and a value for each further one
+// STOP, END and RETURN have none.
+// clang-format on
 #ifndef ZORVIK_LANG_CODE_STORE_H_
 #define ZORVIK_LANG_CODE_STORE_H_
 

@@ -1,6 +1,6 @@
 // The place of the leading significant digit decides overflow and underflow:
-//   15.0E+306: n = 2 digits before the point, s = 306 + 1 = 307      0.001E-304: z = 3, s = -304 -
-//   3 = -307
+//   15.0E+306: n = 2 digits before the point, s = 306 + 1 = 307
+//   0.001E-304: first digit at place z = 3, s = -304 - 3 = -307
 #include "lang/constants.h"
 
 #include <charconv>

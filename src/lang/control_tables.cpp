@@ -14,16 +14,18 @@ ControlTables control_tables;
 
 namespace {
 
-int next_record_of_procedure = 1;  // the procedure whose records come next in the scratch file
+int next_procedure = 1;  // the procedure whose records come next in the scratch file
 
 [[noreturn]] void stop_on_scratch_error(int status) {
   stop_with_listing("%fat- I/O error. Scratch file", kNoLine, status);
 }
 
+void stop_on_failed_write(int status) {
+  if (status != 0) stop_with_listing("%fat- Write error. Scratch file", kNoLine, status);
+}
+
 void write_number(std::int32_t number) {
-  if (const int status = file_on(kScratchUnit).write(&number, sizeof number); status != 0) {
-    stop_with_listing("%fat- Write error. Scratch file", kNoLine, status);
-  }
+  stop_on_failed_write(file_on(kScratchUnit).write(&number, sizeof number));
 }
 
 std::int32_t read_number() {
@@ -94,7 +96,7 @@ void read_next_procedure() {
   read_table(tables.jump, tables.jumps, kGotoColumns);
   read_table(tables.do_block, tables.dos, kDoColumns);
   read_table(tables.if_block, tables.ifs, kIfColumns);
-  ++next_record_of_procedure;
+  ++next_procedure;
 }
 
 }  // namespace
@@ -121,16 +123,19 @@ void write_jump_records() {
   write_table(tables.do_block, tables.dos, kDoColumns);
 }
 
-void write_if_record() { write_table(control_tables.if_block, control_tables.ifs, kIfColumns); }
+void write_if_record() {
+  write_table(control_tables.if_block, control_tables.ifs, kIfColumns);
+  stop_on_failed_write(file_on(kScratchUnit).flush());
+}
 
 void rewind_scratch_file() {
   if (const int status = file_on(kScratchUnit).rewind(); status != 0) stop_on_scratch_error(status);
-  next_record_of_procedure = 1;
+  next_procedure = 1;
 }
 
 void read_control_tables(int number) {
-  if (number < next_record_of_procedure) rewind_scratch_file();
-  while (next_record_of_procedure <= number) read_next_procedure();
+  if (number < next_procedure) rewind_scratch_file();
+  while (next_procedure <= number) read_next_procedure();
 }
 
 }  // namespace zorvik

@@ -2,11 +2,13 @@
 // scratch file.
 //
 // Scratch file: for each procedure in turn three records of little-endian int32, without marks:
+// clang-format off
 //   1  number of GOTOs g, of IFs i, of DOs d
 //   2  max(g,1) GOTO lines, as many GOTO columns, label lines, label columns;
 //      max(d,1) DO lines, DO columns, ENDDO lines, ENDDO columns
-//   3  max(i,1) THEN lines, THEN columns, lines and columns of the end of the THEN part, of the
-//   ELSE, of the ENDIF
+//   3  max(i,1) THEN lines, THEN columns, lines and columns of the end of the THEN part,
+//      of the ELSE, of the ENDIF
+// clang-format on
 // A table without entries has one that means nothing.
 #ifndef ZORVIK_LANG_CONTROL_TABLES_H_
 #define ZORVIK_LANG_CONTROL_TABLES_H_

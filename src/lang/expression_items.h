@@ -1,11 +1,13 @@
 // A compiled expression: items in postfix order, each of three words.
 //
-//   item                 first word           second word                       kind word
-//   constant             constant number      300                               200 + base type
-//   variable             variable link        100 * store + rank                1000 * t + 100 +
-//   base operator             operator code        operands, 1 or 2                  307 function
-//   call        function number      arguments                         407 subscripted variable
-//   variable link        100 * store + 10 * subs + rank    1000 * t + 500 + base
+// clang-format off
+//   item                  first word       second word                     kind word
+//   constant              constant number  300                             200 + base type
+//   variable              variable link    100 * store + rank              1000 * t + 100 + base type
+//   operator              operator code    operands, 1 or 2                307
+//   function call         function number  arguments                       407
+//   subscripted variable  variable link    100 * store + 10 * subs + rank  1000 * t + 500 + base type
+// clang-format on
 // t is 1 for the target of an assignment or a DO. A link is the number of a descriptor of the
 // results store, -1000 * the notkey's number, or, until all procedures are compiled,
 // -(9800000 + 1000 * key + OUTPUT) for a key of a named OUTPUT. A notkey's rank is 9 until the

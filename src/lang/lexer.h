@@ -27,6 +27,11 @@ struct Lexeme {
   bool is(int wanted) const { return code == wanted; }
 };
 
+// What may name a procedure or a label.
+inline bool is_name_or_function(const Lexeme& lexeme) {
+  return lexeme.is(kName) || is_function(lexeme.code);
+}
+
 enum class LexStatus {
   kLexeme,
   kEnd,    // end of the text; the lexeme keeps the position of the one read last

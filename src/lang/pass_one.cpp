@@ -1,7 +1,6 @@
 #include "lang/pass_one.h"
 
 #include "driver/messages.h"
-#include "driver/run_end.h"
 #include "driver/text.h"
 #include "driver/units.h"
 #include "lang/statement_handlers.h"
@@ -62,11 +61,11 @@ Outcome check_statement(int unit, const Lexeme& head) {
   if (is_operator(head.code)) return reject(unit, head, invalid_here("Operation", head));
   if (head.code < kName) return reject(unit, head, invalid_here("Constant", head));
   if (is_function(head.code)) return reject(unit, head, invalid_here("Function", head));
-  if (head.is(kLabel)) return define_label(unit, head);
   if (statement_state.context == Context::kNone && !head.is(kOutput)) {
     report_error_at(head.column, kNoProcedure);
     return skip_statement(unit);  // past the lexeme, even when it is a keyword
   }
+  if (head.is(kLabel)) return define_label(head);
   return head.is(kName) ? check_assignment(unit, head) : check_keyword(unit, head);
 }
 
@@ -104,8 +103,7 @@ void parse_pass(int unit) {
   error_count = 0;
   check_program(unit);
   if (error_count > 0) {
-    notify_errors();
-    end_run(RunEnd::kFailed);
+    stop_with_notice();
   }
   write_blank_line(listing_unit);
 }

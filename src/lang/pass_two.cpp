@@ -56,10 +56,7 @@ void append_plain(const Compilation& compilation, StatementCode code) {
 }
 
 [[noreturn]] void stop_on_invalid(const Compilation& compilation, const Lexeme& lexeme) {
-  const std::string_view routine = compilation.context == Context::kMain     ? " Routine u91ps2"
-                                   : compilation.context == Context::kOutput ? " Routine U91OU2"
-                                                                             : " Routine u91be2";
-  stop_on_inconsistency(message("%dbg- Invalid ", lexeme.view(), routine));
+  stop_on_inconsistency(message("%dbg- Invalid ", lexeme.view(), routine_of(compilation.context)));
 }
 
 // BEGIN stands in MAIN as a call of the block, whose text is passed over.

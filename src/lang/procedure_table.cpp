@@ -34,10 +34,9 @@ void add_procedure(std::string_view name, Position head) {
   procedure.head = head;
 }
 
-void add_out(std::string_view target, Position position) {
+void add_out(std::string_view target) {
   OutStatement& out = procedure_table.out[++procedure_table.out_count];
   copy_padded(out.target, kProcedureNameWidth, target);
-  out.position = position;
 }
 
 }  // namespace zorvik

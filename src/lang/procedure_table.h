@@ -33,7 +33,6 @@ struct Procedure {
 
 struct OutStatement {
   char target[kProcedureNameWidth];
-  Position position;
 };
 
 struct ProcedureTable {
@@ -56,7 +55,7 @@ int find_output(std::string_view name);
 
 // Append; the caller has checked the capacity.
 void add_procedure(std::string_view name, Position head);
-void add_out(std::string_view target, Position position);
+void add_out(std::string_view target);
 
 }  // namespace zorvik
 

@@ -1,7 +1,6 @@
 // The end of pass 2: what the program takes of the fixed tables.
 #include "driver/messages.h"
 #include "driver/number_format.h"
-#include "driver/run_end.h"
 #include "driver/text.h"
 #include "driver/units.h"
 #include "lang/code_store.h"
@@ -35,8 +34,7 @@ void report_space_usage(int unit) {
   list_usage();
   resolve_output_keys();
   if (error_count > 0) {
-    notify_errors();
-    end_run(RunEnd::kFailed);
+    stop_with_notice();
   }
   load_named_variables_only();
   if (const int status = file_on(unit).close(); status != 0) {

@@ -71,6 +71,17 @@ StatementCode output_code(const Compilation& compilation, const Lexeme& head) {
 
 }  // namespace
 
+std::string_view routine_of(Context context) {
+  switch (context) {
+    case Context::kOutput:
+      return " Routine U91OU2";
+    case Context::kBlock:
+      return " Routine u91be2";
+    default:
+      return " Routine u91ps2";
+  }
+}
+
 void compile_assignment(Compilation& compilation, const Lexeme& head) {
   const LabelsOff labels_off;
   append(compilation, make_head(kCodeAssignment, compilation.scope.line), kBlocksFull);
@@ -127,7 +138,8 @@ void compile_out(Compilation& compilation, const Lexeme&) {
   next_lexeme(compilation.unit, name);
   const int number = find_output(name.view());
   if (number == 0) {
-    stop_on_inconsistency(message("%dbg- Invalid OUT", name.view(), " Routine u91ps2"));
+    stop_on_inconsistency(
+        message("%dbg- Invalid OUT", name.view(), routine_of(compilation.context)));
   }
   append_head(compilation, kCodeOut);
   append(compilation, number);

@@ -15,6 +15,9 @@ struct Compilation {
   bool failed;      // an error of this procedure: its jumps are not resolved
 };
 
+// " Routine " and the name of the compiler of such a procedure, as messages show it.
+std::string_view routine_of(Context context);
+
 // Each compiles one statement whose keyword (or first lexeme) is `head`. An expression that fails
 // is counted once more, and the rest of its statement is skipped.
 void compile_assignment(Compilation& compilation, const Lexeme& head);

@@ -23,7 +23,7 @@ void check_endif(const Lexeme& head);
 void check_enddo(const Lexeme& head);
 
 // check_jumps.cpp: labels, jumps and calls.
-Outcome define_label(int unit, const Lexeme& label);
+Outcome define_label(const Lexeme& label);
 Outcome check_goto(int unit, const Lexeme& head);
 Outcome check_out(int unit, const Lexeme& head);
 Outcome check_return(int unit, const Lexeme& head);

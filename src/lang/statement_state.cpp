@@ -1,7 +1,6 @@
 #include "lang/statement_state.h"
 
 #include "driver/messages.h"
-#include "driver/run_end.h"
 
 namespace zorvik {
 
@@ -24,8 +23,7 @@ Outcome report_premature_end() {
 
 void stop_at(int column, std::string_view text) {
   issue_pointed_message(listing_unit, text, column);
-  notify_errors();
-  end_run(RunEnd::kFailed);
+  stop_with_notice();
 }
 
 Outcome skip_statement(int unit) {

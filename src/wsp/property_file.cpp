@@ -152,7 +152,7 @@ int load_property_tables(int unit, std::string_view name, int mode, double optio
     if (name.size() > kLongestName) refuse("Length of input file specification > 80");
     if (name.empty()) name = kPropertyFileName;
     File& file = file_on(unit);
-    if (const int status = file.open_old(std::string(name)); status != 0) {
+    if (const int status = file.open_to_read(std::string(name)); status != 0) {
       stop_on_failure("Open", name, status);
     }
     RecordReader reader(file, name);
