@@ -7,19 +7,24 @@
 namespace zorvik {
 namespace {
 
+// Reads the next lexeme of a statement that is not complete; kDone when there is one.
+Outcome read_part(int unit, Lexeme& lexeme) {
+  switch (next_lexeme(unit, lexeme)) {
+    case LexStatus::kEnd:
+      return report_premature_end();
+    case LexStatus::kError:
+      report_lexical_error(lexeme);
+      return recover_from(unit, lexeme);
+    default:
+      return Outcome::kDone;
+  }
+}
+
 // Checks the list of values of an assignment or an output statement and counts them.
 Outcome check_values(int unit, int& count) {
   Lexeme lexeme;
   for (count = 1;; ++count) {
-    switch (next_lexeme(unit, lexeme)) {
-      case LexStatus::kEnd:
-        return report_premature_end();
-      case LexStatus::kError:
-        report_lexical_error(lexeme);
-        return recover_from(unit, lexeme);
-      case LexStatus::kLexeme:
-        break;
-    }
+    if (const Outcome outcome = read_part(unit, lexeme); outcome != Outcome::kDone) return outcome;
     if (!may_begin_expression(lexeme)) {
       return reject(unit, lexeme, "%err- Invalid beginning of (sub)expression");
     }
@@ -33,19 +38,6 @@ Outcome check_values(int unit, int& count) {
       default:
         return Outcome::kDone;
     }
-  }
-}
-
-// Reads the next lexeme of a left side; kDone when there is one.
-Outcome read_part(int unit, Lexeme& lexeme) {
-  switch (next_lexeme(unit, lexeme)) {
-    case LexStatus::kEnd:
-      return report_premature_end();
-    case LexStatus::kError:
-      report_lexical_error(lexeme);
-      return recover_from(unit, lexeme);
-    default:
-      return Outcome::kDone;
   }
 }
 
