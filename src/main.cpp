@@ -35,6 +35,7 @@ void report_used_space() {
 
 [[noreturn]] void run() {
   std::signal(SIGPIPE, SIG_IGN);  // a console that is gone must not cost the files
+  occupy_standard_descriptors();
   flush_denormals_to_zero();
   set_up_tables();
   open_file(kProgramUnit, "DAT");

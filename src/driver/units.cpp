@@ -1,5 +1,6 @@
 #include "driver/units.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -49,6 +50,14 @@ int open_as(File& file, const std::string& name, Opening opening, TextFile text_
 }
 
 }  // namespace
+
+void occupy_standard_descriptors() {
+  int descriptor;
+  do {
+    descriptor = ::open("/dev/null", O_RDONLY);
+  } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
+  if (descriptor >= 0) ::close(descriptor);
+}
 
 File& file_on(int unit) {
   File& file = files[static_cast<std::size_t>(unit)];

@@ -41,6 +41,10 @@ constexpr int kUnitCount = 300;
 
 enum class TextFile { kOld, kNew };  // for TXS and TXR: must the file exist, or is it created?
 
+// Occupies the standard descriptors that the caller left closed, so that no file of the run becomes
+// the console. Called once, before any file is opened.
+void occupy_standard_descriptors();
+
 // The file of a unit, open or not.
 File& file_on(int unit);
 

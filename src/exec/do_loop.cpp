@@ -20,18 +20,9 @@ namespace {
 
 constexpr int kPairWords = 2;  // of an ENDDO
 
-struct LoopRecord {
-  double* variable;
-  std::int64_t current, limit, step, initial;
-};
-
 // By position of the first reserved word divided by their number: no two DOs share an entry. The
 // code's own words are 32 bits wide, and counts may be larger.
 LoopRecord loop_records[kCodeCapacity / kLoopRecordWords + 1];
-
-LoopRecord& record_before(int body) {
-  return loop_records[(body - kLoopRecordWords) / kLoopRecordWords];
-}
 
 [[noreturn]] void stop_on_loop(std::string_view text) {
   issue_message(listing_unit, text);
@@ -40,11 +31,9 @@ LoopRecord& record_before(int body) {
 
 std::int64_t whole(double value) {
   constexpr double kLargest = 2305843009213693952.0;  // 2^61: sums stay far from overflow
-  return static_cast<std::int64_t>(std::clamp(round_half_away(value), -kLargest, kLargest));
-}
-
-bool continues(const LoopRecord& record) {
-  return record.step >= 1 ? record.current <= record.limit : record.current >= record.limit;
+  const double rounded = round_half_away(value);
+  if (!(rounded > -kLargest)) return static_cast<std::int64_t>(-kLargest);  // not a number, too
+  return static_cast<std::int64_t>(std::min(rounded, kLargest));
 }
 
 double* create_loop_variable(const Reference& reference) {
@@ -85,6 +74,21 @@ std::int64_t loop_value(int& position, std::string_view what) {
 
 }  // namespace
 
+LoopRecord& loop_record_before(int body) {
+  return loop_records[(body - kLoopRecordWords) / kLoopRecordWords];
+}
+
+bool loop_continues(const LoopRecord& record) {
+  return record.step >= 1 ? record.current <= record.limit : record.current >= record.limit;
+}
+
+bool advance_loop(LoopRecord& record) {
+  record.current += record.step;
+  const bool again = loop_continues(record);
+  *record.variable = static_cast<double>(again ? record.current : record.initial);
+  return again;
+}
+
 int execute_do(int position) {
   constexpr std::string_view kBound = "Bound value of loop variable or step";
   const int after_loop = code_store.word[position + 1] + kPairWords;
@@ -100,21 +104,18 @@ int execute_do(int position) {
     stop_at_statement(message("%fat- Loop step = 0 Procedure <", run_state.name, ">"));
   }
   const int body = position + kLoopRecordWords;
-  record_before(body) = record;
-  return continues(record) ? body : after_loop;
+  loop_record_before(body) = record;
+  return loop_continues(record) ? body : after_loop;
 }
 
 int execute_enddo(int position) {
   const int body = code_store.word[position + 1];
-  LoopRecord& record = record_before(body);
+  LoopRecord& record = loop_record_before(body);
   if (record.variable == nullptr || whole(*record.variable) != record.current) {
     stop_at_statement(
         message("%fat- Loop variable changed inside DO body.Proc.<", run_state.name, ">"));
   }
-  record.current += record.step;
-  *record.variable = static_cast<double>(record.current);
-  if (continues(record)) return body;
-  *record.variable = static_cast<double>(record.initial);
+  if (advance_loop(record)) return body;
   return position + kPairWords;
 }
 

@@ -6,6 +6,7 @@
 #include "driver/run_end.h"
 #include "driver/text.h"
 #include "exec/assignment.h"
+#include "exec/decoded_program.h"
 #include "exec/do_loop.h"
 #include "exec/evaluation_stack.h"
 #include "exec/evaluator.h"
@@ -46,6 +47,7 @@ class Executor {
 
   void step() {
     int& position = run_state.position;
+    position = run_decoded(position, jumps_[depth_], kMaxJumps);
     const std::int32_t head = word_at(position);
     const auto code = static_cast<StatementCode>(head_code(head));
     evaluation.line = head_line(head);

@@ -8,8 +8,8 @@
 #include <iterator>
 #include <sstream>
 
+#include "sample/sample_plant.h"
 #include "support/binary_text.h"
-#include "support/sample_plant.h"
 
 namespace zorvik::runner {
 namespace {
@@ -76,7 +76,7 @@ std::string bytes_of(const Section& section) {
 std::string content_as(const Section& section, const std::string& name, const std::string& form) {
   if (form == "text" || form.empty()) return text_of(section);
   if (form == "binary") return bytes_of(section);
-  for (const auto& file : support::sample_files()) {
+  for (const auto& file : sample::sample_files()) {
     if (form == "sample" && file.name == name) return file.bytes();
   }
   reject(section.where, "neither text nor binary nor a file of the sample plant");
@@ -100,6 +100,35 @@ void add_expectation(const Section& section, Case& c, std::size_t name_at) {
   }
 }
 
+void add_stop(Case& c, const std::string& listing, bool whole) {
+  c.status = 1;
+  c.expectations.push_back({"console", Match::kWhole, false, " Errors detected. See listing\n"});
+  c.expectations.push_back({"zrvlis", whole ? Match::kWhole : Match::kContains, false, listing});
+}
+
+// One case for each line of the section that does not begin with a blank: it stands for the "@" of
+// the last case's program, and the lines behind it are what the listing contains.
+void add_stops_for_each(const Section& section, std::vector<Case>& cases) {
+  const Case pattern = cases.back();
+  cases.pop_back();
+  const std::string& program = pattern.inputs.at("zrvdat");
+  const std::size_t at = program.find('@');
+  if (at == std::string::npos) reject(section.where, "no @ in the program");
+  for (std::size_t k = 0; k < section.lines.size();) {
+    Case c = pattern;
+    const std::string& statement = section.lines[k++];
+    c.rule += ": " + statement;
+    c.inputs["zrvdat"] = std::string(program).replace(at, 1, statement);
+    std::string listing;
+    for (; k < section.lines.size() && section.lines[k].starts_with(' '); ++k) {
+      listing += section.lines[k] + '\n';
+    }
+    if (listing.empty()) reject(section.where, "nothing expected of " + statement);
+    add_stop(c, listing, false);
+    cases.push_back(c);
+  }
+}
+
 void add_section(const Section& section, Case& c, const std::string& repository) {
   const std::string kind = section.word(0), name = section.word(1);
   if (kind == "zrvdat") {
@@ -114,6 +143,8 @@ void add_section(const Section& section, Case& c, const std::string& repository)
     add_expectation(section, c, 0);
   } else if (kind == "file" || kind == "absent") {
     add_expectation(section, c, 1);
+  } else if (kind == "stops") {
+    add_stop(c, text_of(section), name == "whole");
   } else if (kind == "status") {
     c.status = std::atoi(name.c_str());
   } else if (kind == "errors") {
@@ -139,10 +170,15 @@ std::vector<std::string> words_of(const std::string& text) {
   return {std::istream_iterator<std::string>(in), {}};
 }
 
-void close_section(Section& section, Case& c, const std::string& repository) {
+void close_section(Section& section, std::vector<Case>& cases, Case& common,
+                   const std::string& repository) {
   if (section.heading.empty()) return;
   while (!section.lines.empty() && section.lines.back().empty()) section.lines.pop_back();
-  add_section(section, c, repository);
+  if (section.word(0) == "each" && !cases.empty()) {
+    add_stops_for_each(section, cases);
+  } else {
+    add_section(section, cases.empty() ? common : cases.back(), repository);
+  }
   section = {};
 }
 
@@ -164,7 +200,7 @@ std::vector<Case> read_case_file(const std::string& path, const std::string& rep
     ++line_number;
     const bool starts_case = line.starts_with("=== ");
     if (starts_case || line.starts_with("--- ")) {
-      close_section(section, cases.empty() ? common : cases.back(), repository);
+      close_section(section, cases, common, repository);
     }
     if (starts_case) {
       cases.push_back(common);
@@ -177,7 +213,7 @@ std::vector<Case> read_case_file(const std::string& path, const std::string& rep
     }
   }
   if (cases.empty()) reject(path, "holds no case");
-  close_section(section, cases.back(), repository);
+  close_section(section, cases, common, repository);
   return cases;
 }
 

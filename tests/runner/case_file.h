@@ -9,6 +9,12 @@
 //   --- console                    what the console must hold; without it, nothing. `console any`
 //   --- zrvlis                     the whole listing; so too: file NAME
 //   --- zrvlis contains            these lines, one after the other, somewhere; or: lacks
+//   --- stops                      the run ends with status 1 and "Errors detected. See listing"
+//                                  alone on the console; the listing contains these lines, or,
+//                                  with `stops whole`, is these lines
+//   --- each                       last section of a case whose program holds an "@": one case for
+//                                  each line that begins with no blank, which stands for the "@";
+//                                  it stops, and the listing contains the lines behind it
 //   --- file NAME binary           the bytes, as commented binary text; or: any
 //   --- absent NAME                a file that must not exist
 //   --- status 1                   the exit status; without it, 0

@@ -2,10 +2,17 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstring>
 #include <type_traits>
 
+#include "sample/bytes.h"
+
 namespace zorvik::support {
+
+using sample::append_int32;
+using sample::append_real;
+using sample::append_text;
+using sample::kUndefinedMarker;
+
 namespace {
 
 template <class Number>
@@ -103,24 +110,6 @@ bool append_line(std::string& bytes, std::string_view line) {
 }
 
 }  // namespace
-
-void append_int32(std::string& bytes, std::int32_t value) {
-  char raw[sizeof value];
-  std::memcpy(raw, &value, sizeof value);
-  bytes.append(raw, sizeof raw);
-}
-
-void append_real(std::string& bytes, double value) {
-  char raw[sizeof value];
-  std::memcpy(raw, &value, sizeof value);
-  bytes.append(raw, sizeof raw);
-}
-
-void append_text(std::string& bytes, std::string_view text, std::size_t width) {
-  std::string field(text);
-  field.resize(width, ' ');
-  bytes += field;
-}
 
 std::string append_binary_text(const std::vector<std::string>& lines, std::string& bytes) {
   for (const std::string& line : lines) {

@@ -19,12 +19,6 @@
 
 namespace zorvik::support {
 
-constexpr double kUndefinedMarker = 8.9e307;
-
-void append_int32(std::string& bytes, std::int32_t value);
-void append_real(std::string& bytes, double value);
-void append_text(std::string& bytes, std::string_view text, std::size_t width);  // cut or padded
-
 // The bytes that the lines describe, appended to `bytes`. Returns an empty text, or what is wrong.
 std::string append_binary_text(const std::vector<std::string>& lines, std::string& bytes);
 

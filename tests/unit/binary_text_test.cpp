@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/results_file.h"
+#include "sample/results_file.h"
 
 namespace zorvik::support {
 namespace {
@@ -28,8 +28,9 @@ TEST(BinaryText, RefusesWhatItDoesNotKnow) {
 }
 
 TEST(ResultsFileWriter, WritesCountsAndListsInTheirOwnOrders) {
-  const Catalogue catalogue{{{1, 2}, {5, 6}}, {{7, 8}}, {}, {}, {}, {}, {{3, 1}}, 1, 0, 30};
-  const ResultsFile file{2, catalogue, {{"X(1:2)", 1, 2, 1, 1, 2003}}, "T", {{1.0, 2.0}, {3.0}}};
+  const sample::Catalogue catalogue{{{1, 2}, {5, 6}}, {{7, 8}}, {}, {}, {}, {}, {{3, 1}}, 1, 0, 30};
+  const sample::ResultsFile file{
+      2, catalogue, {{"X(1:2)", 1, 2, 1, 1, 2003}}, "T", {{1.0, 2.0}, {3.0}}};
   std::string expected;
   ASSERT_EQ(append_binary_text(
                 {"int32 -2 1 6 1", "int32 2 0 0 1 0 0 1 1  # CH SCH COL ACCUM SLVES TANK HCS DT",
@@ -37,7 +38,7 @@ TEST(ResultsFileWriter, WritesCountsAndListsInTheirOwnOrders) {
                  "int32 0 1 2 1 1 2003", "name X(1:2)", "chars T", "real 1 2 3"},
                 expected),
             "");
-  EXPECT_EQ(results_file_bytes(file), expected);
+  EXPECT_EQ(sample::results_file_bytes(file), expected);
 }
 
 }  // namespace

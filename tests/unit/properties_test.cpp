@@ -7,8 +7,9 @@
 #include <string>
 
 #include "driver/units.h"
+#include "sample/property_file.h"
 #include "support/ended_run.h"
-#include "support/property_file.h"
+#include "support/temporary_file.h"
 #include "wsp/cubic_patch.h"
 #include "wsp/property_file.h"
 #include "wsp/property_messages.h"
@@ -18,9 +19,9 @@ namespace zorvik {
 namespace {
 
 void load(const std::string& bytes) {
-  const std::string path = testing::TempDir() + "zorvik_properties";
-  std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
-  load_property_tables(kPropertyUnit, path, 99, 0.0);
+  static const support::TemporaryFile file("zorvik_properties");
+  std::ofstream(file.path(), std::ios::binary | std::ios::trunc) << bytes;
+  load_property_tables(kPropertyUnit, file.path(), 99, 0.0);
 }
 
 PropertyArray properties;
@@ -34,7 +35,7 @@ int single_phase(int phase, const char* kind, double pressure, double second) {
 }
 
 TEST(SampleTables, AgreeWithThePublishedVerificationValues) {
-  load(support::sample_property_file_bytes());
+  load(sample::sample_property_file_bytes());
   // Saturation line; region 1 and region 2 by property 3, 4, 9, 5 (as specific volume), 11 and 8.
   const struct {
     char kind;
@@ -76,7 +77,7 @@ TEST(SampleTables, AgreeWithThePublishedVerificationValues) {
 }
 
 TEST(SampleTables, SteamEnthalpyHasTwoPlacesAndThePreviousTemperatureChooses) {
-  load(support::sample_property_file_bytes());
+  load(sample::sample_property_file_bytes());
   ASSERT_EQ(saturation_line(kWaterPhase, 'h', 762.683e3), 0);  // 1 MPa: h' and h" of the tables
   EXPECT_NEAR(properties.value[1], 1e6, 2e3);
   ASSERT_EQ(saturation_line(kSteamPhase, 'h', 2777.12e3), 0);
@@ -111,7 +112,7 @@ void add_patch(std::vector<double>& patches, std::size_t k, bool steam, double t
 }
 
 void load_small_tables() {
-  support::PropertyFile file = support::empty_property_file(5, 3, 4, 1, 4);
+  sample::PropertyFile file = sample::empty_property_file(5, 3, 4, 1, 4);
   const double kColumns[][6] = {
       {1, 1e6, 2e6, 3e6, 4e6, 5e6},       {2, 300, 400, 500, 520, 540},
       {4, 1e5, 2e5, 4e5, 6e5, 8e5},       {9, 9e4, 19e4, 39e4, 59e4, 79e4},
@@ -153,7 +154,7 @@ void load_small_tables() {
     add_patch(file.water_enthalpy, k, false, kTemperatures[k / 5], mpa);
     if (k < 20) add_patch(file.steam_enthalpy, k, true, file.temperature[k / 5], mpa);
   }
-  load(support::property_file_bytes(file));
+  load(sample::property_file_bytes(file));
 }
 
 TEST(SaturationLine, InterpolatesAllColumnsFromAnyQuantity) {

@@ -8,18 +8,20 @@
 #include <vector>
 
 #include "driver/units.h"
+#include "sample/property_file.h"
 #include "support/ended_run.h"
-#include "support/property_file.h"
+#include "support/temporary_file.h"
 #include "wsp/property_tables.h"
 
 namespace zorvik {
 namespace {
 
-using support::empty_property_file;
-using support::property_file_bytes;
-using support::PropertyFile;
+using sample::empty_property_file;
+using sample::property_file_bytes;
+using sample::PropertyFile;
 
-const std::string kPath = testing::TempDir() + "zorvik_tables";
+const support::TemporaryFile kFile("zorvik_tables");
+const std::string& kPath = kFile.path();
 
 void write_file(const std::string& bytes) {
   std::ofstream(kPath, std::ios::binary | std::ios::trunc) << bytes;

@@ -6,16 +6,15 @@
 #include <random>
 
 #include "driver/text.h"
+#include "sample/results_file.h"
 #include "service/results_text.h"
-#include "support/binary_text.h"
-#include "support/results_file.h"
 #include "unit/service_run.h"
 
 namespace zorvik {
 namespace {
 
-using support::Catalogue;
-using support::ResultsFile;
+using sample::Catalogue;
+using sample::ResultsFile;
 
 class ResultsFiles : public ServiceRun {};
 
@@ -70,21 +69,21 @@ TEST_F(ResultsFiles, BecomeTextAndAFileAgain) {
     ResultsFile again;
   } kCases[] = {{kStandard, kStandardText, rounded}, {extended(), kExtendedText, extended()}};
   for (const auto& c : kCases) {
-    put("vnxres", support::results_file_bytes(c.file));
+    put("vnxres", sample::results_file_bytes(c.file));
     EXPECT_EQ(scmd2("TO_TEXT RESULTS").status, 0);
     EXPECT_EQ(get("restxt"), c.text);
     remove("vnxres");
     const Outcome outcome = scmd2("FROM_TEXT RESULTS");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.listing + outcome.console, "");
-    EXPECT_EQ(get("vnxres"), support::results_file_bytes(c.again));
+    EXPECT_EQ(get("vnxres"), sample::results_file_bytes(c.again));
     remove("restxt");
   }
 }
 
 TEST_F(ResultsFiles, NumbersFillLinesAndBlocks) {
   ResultsFile file{30, {}, {}, "", {std::vector<double>(30, -12.5)}};
-  put("vnxres", support::results_file_bytes(file));
+  put("vnxres", sample::results_file_bytes(file));
   EXPECT_EQ(scmd2("TO_TEXT RESULTS").status, 0);
   std::string lines;
   for (int k = 1; k <= 30; ++k)
@@ -98,11 +97,11 @@ TEST_F(ResultsFiles, NumbersFillLinesAndBlocks) {
   file.catalogue->blocks = 2;
   file.records.resize(1);
   file.records[0].insert(file.records[0].begin(), 40000, 1.0);
-  put("vnxres", support::results_file_bytes(file));
+  put("vnxres", sample::results_file_bytes(file));
   EXPECT_EQ(scmd2("TO_TEXT RESULTS").status, 0);
   remove("vnxres");
   EXPECT_EQ(scmd2("FROM_TEXT RESULTS").status, 0);
-  EXPECT_EQ(get("vnxres"), support::results_file_bytes(file));
+  EXPECT_EQ(get("vnxres"), sample::results_file_bytes(file));
 }
 
 TEST_F(ResultsFiles, CutsAreRefusedAsTextAndRepaired) {
@@ -110,8 +109,8 @@ TEST_F(ResultsFiles, CutsAreRefusedAsTextAndRepaired) {
       "      Utility can not execute command \"TO_TEXT RESULTS\". "
       "Function SCMD2");
   for (const ResultsFile& file : {kStandard, extended()}) {
-    const std::string whole = support::results_file_bytes(file);
-    const std::size_t header = support::results_header_bytes(file).size();
+    const std::string whole = sample::results_file_bytes(file);
+    const std::size_t header = sample::results_header_bytes(file).size();
     const std::size_t record = file.records[0].size() * sizeof(double);
     // Every byte of the last record, every seventh one before it.
     const std::size_t last_record = whole.size() - record;
@@ -158,15 +157,15 @@ TEST_F(ResultsFiles, CutsAreRefusedAsTextAndRepaired) {
 TEST_F(ResultsFiles, HeadersThatCannotBeAreRefused) {
   ResultsFile long_title = kStandard;
   long_title.title.assign(101, 't');
-  std::string no_values = support::results_file_bytes(kStandard);
+  std::string no_values = sample::results_file_bytes(kStandard);
   no_values[0] = 0;
-  std::string many_entries = support::results_file_bytes(kStandard);
+  std::string many_entries = sample::results_file_bytes(kStandard);
   many_entries.replace(4, 8, std::string("\xA1\x0F\0\0\xC6\x5D\0\0", 8));  // NV 4001, NL 24006
   const struct {
     std::string bytes;
     const char *to_text, *repair;
   } kCases[] = {
-      {support::results_file_bytes(long_title),
+      {sample::results_file_bytes(long_title),
        "%fat- Title is longer than 100 characters. File <vnxres>", nullptr},
       {no_values, "%fat- Invalid header. File <vnxres>", "%fat- Invalid header. File <vnxres>"},
       {many_entries, "%fat- Header is too large. File <vnxres>",
@@ -214,7 +213,7 @@ TEST_F(ResultsFiles, AWrongTextIsRefusedWithItsLine) {
                    line(c.message) + line("      Utility can not exec. command \"FROM_TEXT "
                                           "RESULTS\". Function SCMD2"));
   }
-  EXPECT_EQ(get("vnxres"), support::results_file_bytes(kStandard).substr(0, 16 + 24 + 45 + 24));
+  EXPECT_EQ(get("vnxres"), sample::results_file_bytes(kStandard).substr(0, 16 + 24 + 45 + 24));
 }
 
 TEST_F(ResultsFiles, RealsOfTheTextMayBeWrittenInManyWays) {
@@ -227,7 +226,7 @@ TEST_F(ResultsFiles, RealsOfTheTextMayBeWrittenInManyWays) {
   EXPECT_EQ(scmd2("FROM_TEXT RESULTS").status, 0);
   ResultsFile file = kStandard;
   file.records = {{0.5, 100, -1.5e-300}, {8.9e307, 0.0, -0.0}};
-  EXPECT_EQ(get("vnxres"), support::results_file_bytes(file));
+  EXPECT_EQ(get("vnxres"), sample::results_file_bytes(file));
 }
 
 TEST_F(ResultsFiles, RandomFilesSurviveTheRoundTrip) {
@@ -255,7 +254,7 @@ TEST_F(ResultsFiles, RandomFilesSurviveTheRoundTrip) {
         }
         file.records.push_back(record);
       }
-      const std::string bytes = support::results_file_bytes(file);
+      const std::string bytes = sample::results_file_bytes(file);
       std::ofstream("vnxres", std::ios::binary) << bytes;
       results_to_text();
       ::unlink("vnxres");
@@ -276,7 +275,7 @@ TEST_F(ResultsFiles, RandomFilesSurviveTheRoundTrip) {
 TEST_F(ResultsFiles, ARunCutInTwoIsJoinedAgain) {
   const std::vector<double> times = {0, 1, 2, 3, 4, 5};
   const auto part = [&](int first, int end) {
-    return support::results_file_bytes(at_times({times.begin() + first, times.begin() + end}));
+    return sample::results_file_bytes(at_times({times.begin() + first, times.begin() + end}));
   };
   const std::string whole = part(0, 6);
   const struct {
@@ -313,8 +312,8 @@ TEST_F(ResultsFiles, ARunCutInTwoIsJoinedAgain) {
 }
 
 TEST_F(ResultsFiles, JoiningCommandsAreRefused) {
-  put("a", support::results_file_bytes(at_times({0})));
-  put("b", support::results_file_bytes(at_times({1})));
+  put("a", sample::results_file_bytes(at_times({0})));
+  put("b", sample::results_file_bytes(at_times({1})));
   const struct {
     const char* command;
     double mode;
@@ -346,14 +345,14 @@ TEST_F(ResultsFiles, JoiningCommandsAreRefused) {
 
 TEST_F(ResultsFiles, FilesThatDifferAreNotJoined) {
   const ResultsFile base = extended();
-  put("a", support::results_file_bytes(base));
+  put("a", sample::results_file_bytes(base));
   const auto changed = [&](auto change) {
     ResultsFile file = base;
     change(file);
-    return support::results_file_bytes(file);
+    return sample::results_file_bytes(file);
   };
   const std::string wrong_link = [&] {
-    std::string bytes = support::results_file_bytes(base);
+    std::string bytes = sample::results_file_bytes(base);
     bytes[16 + 32 + 56 + 8] = 1;
     return bytes;
   }();
@@ -382,7 +381,7 @@ TEST_F(ResultsFiles, FilesThatDifferAreNotJoined) {
       {changed([](ResultsFile& f) { f.entries[0].name = "Y(1:2)"; }),
        line("%fat- a has X(1:2)") + line("      b has Y(1:2)") +
            line("%fat- SCMD2: files are different. You can convert files to text and see it")},
-      {support::results_file_bytes(base).substr(0, 50),
+      {sample::results_file_bytes(base).substr(0, 50),
        line("%fat- Premature End_of_file detected. File b")},
   };
   for (const auto& c : kCases) {
@@ -430,8 +429,8 @@ TEST_F(ResultsFiles, TimesThatDoNotFitAreRefused) {
        see("T2E of last record of 2nd", 1, "T3E of last record of 3rd", nan, "T3E <= T2E+0.5e-5")},
   };
   for (const auto& c : kCases) {
-    put("a", support::results_file_bytes(at_times(c.a)));
-    put("b", support::results_file_bytes(at_times(c.b)));
+    put("a", sample::results_file_bytes(at_times(c.a)));
+    put("b", sample::results_file_bytes(at_times(c.b)));
     expect_refusal(scmd2("c=a+b", {c.mode}), c.listing);
     EXPECT_FALSE(exists("c"));
   }
@@ -440,8 +439,8 @@ TEST_F(ResultsFiles, TimesThatDoNotFitAreRefused) {
 TEST_F(ResultsFiles, FailuresOfRecordsAreReportedOnTheConsole) {
   std::vector<double> times(400);
   for (std::size_t k = 0; k < times.size(); ++k) times[k] = static_cast<double>(k);
-  const std::string a = support::results_file_bytes(at_times({0}));
-  const std::string b = support::results_file_bytes(at_times(times));
+  const std::string a = sample::results_file_bytes(at_times({0}));
+  const std::string b = sample::results_file_bytes(at_times(times));
   put("a", a);
   put("b", b);
   const char* const kFull = " %fat- Write error. 1st  file in SCMD2\n Fortran iostat = 27\n";

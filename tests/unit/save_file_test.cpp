@@ -1,5 +1,5 @@
 // SHOW, KEEP, REPAIR and the text form of the save file.
-#include "support/save_file.h"
+#include "sample/save_file.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +9,7 @@
 #include <random>
 
 #include "driver/text.h"
+#include "sample/bytes.h"
 #include "service/saving_text.h"
 #include "support/binary_text.h"
 #include "unit/service_run.h"
@@ -16,8 +17,8 @@
 namespace zorvik {
 namespace {
 
-using support::SaveFile;
-using support::SaveRecord;
+using sample::SaveFile;
+using sample::SaveRecord;
 
 class SaveFiles : public ServiceRun {};
 
@@ -142,7 +143,7 @@ SaveFile many(int records) {
     record.state = {1.0 * k, 2.0 * k};
     record.names.assign(static_cast<std::size_t>(k % 3), "N");  // of different lengths
     record.pointers = record.more_pointers = record.lengths =
-        support::Integers(record.names.size(), k);
+        sample::Integers(record.names.size(), k);
     file.records.push_back(record);
   }
   return file;
@@ -154,7 +155,7 @@ std::string kept(const SaveFile& file, std::initializer_list<int> numbers) {
     result.records.push_back(file.records[static_cast<std::size_t>(number) - 1]);
     result.records.back().number = static_cast<std::int32_t>(result.records.size());
   }
-  return support::save_file_bytes(result);
+  return sample::save_file_bytes(result);
 }
 
 TEST_F(SaveFiles, BytesWrittenByHandAreListed) {
@@ -182,7 +183,7 @@ TEST_F(SaveFiles, EventNamesArePackedIntoLinesOf78) {
   SaveFile file = many(1);
   for (int k = 11; k <= 30; ++k)
     file.records[0].events.push_back({std::string("EVENT_").append(std::to_string(k)), k});
-  put("vnxsav", support::save_file_bytes(file));
+  put("vnxsav", sample::save_file_bytes(file));
   EXPECT_EQ(scmd2("s  e").listing,
             " Title = T\n" + line_of(1, 10) +
                 " EVENT_11 EVENT_12 EVENT_13 EVENT_14 EVENT_15 EVENT_16 EVENT_17 EVENT_18\n"
@@ -192,9 +193,9 @@ TEST_F(SaveFiles, EventNamesArePackedIntoLinesOf78) {
 
 TEST_F(SaveFiles, CutsAreShownAndRepaired) {
   const SaveFile file = sample();
-  const std::string whole = support::save_file_bytes(file);
-  const std::size_t controls = support::control_structures_bytes(file.controls).size();
-  const std::size_t first = controls + support::save_record_bytes(file.records[0]).size();
+  const std::string whole = sample::save_file_bytes(file);
+  const std::size_t controls = sample::control_structures_bytes(file.controls).size();
+  const std::size_t first = controls + sample::save_record_bytes(file.records[0]).size();
   const std::string title = " Title = A title\n";
   const std::string none =
       " %fat- Number of records in <vnxsav> is 0. Only control structures are "
@@ -245,12 +246,12 @@ TEST_F(SaveFiles, CutsAreShownAndRepaired) {
 // Each integer of the file in turn holds what no file should hold.
 TEST_F(SaveFiles, HostileIntegersComeToADefinedEnd) {
   const SaveFile file = sample();
-  const std::string whole = support::save_file_bytes(file);
+  const std::string whole = sample::save_file_bytes(file);
   const char* const kCommands[] = {"SHOW EVENTS", "TO_TEXT SAVING", "KEEP"};
   for (std::size_t place = 0; place + 4 <= whole.size(); place += 4) {
     const std::int32_t hostile = place % 3 == 0 ? -1 : place % 3 == 1 ? 2147483647 : -2147483648;
     std::string bytes = whole, replacement;
-    support::append_int32(replacement, hostile);
+    sample::append_int32(replacement, hostile);
     put("vnxsav", bytes.replace(place, 4, replacement));
     const char* const command = kCommands[place / 3 % 3];
     const Outcome outcome = scmd2(command, {1});
@@ -262,10 +263,10 @@ TEST_F(SaveFiles, HostileIntegersComeToADefinedEnd) {
 TEST_F(SaveFiles, AListTooLongForTheSystemCodeEndsTheRun) {
   SaveFile file = sample();
   file.records[0].list_items.assign(19999, 1);
-  put("vnxsav", support::save_file_bytes(file));
+  put("vnxsav", sample::save_file_bytes(file));
   EXPECT_EQ(scmd2("SHOW SAVING").status, 0);
   file.records[0].list_items.assign(20000, 1);
-  const std::string bytes = support::save_file_bytes(file);
+  const std::string bytes = sample::save_file_bytes(file);
   put("vnxsav", bytes);
   for (const char* command : {"SHOW SAVING", "REPAIR SAVING", "KEEP", "TO_TEXT SAVING"}) {
     const Outcome outcome = scmd2(command, {1});
@@ -277,7 +278,7 @@ TEST_F(SaveFiles, AListTooLongForTheSystemCodeEndsTheRun) {
 
 TEST_F(SaveFiles, KeepLeavesTheChosenRecordsNumberedAnew) {
   const SaveFile file = many(5);
-  const std::string whole = support::save_file_bytes(file);
+  const std::string whole = sample::save_file_bytes(file);
   const struct {
     std::vector<double> numbers;
     Shape shape;
@@ -303,8 +304,8 @@ TEST_F(SaveFiles, KeepLeavesTheChosenRecordsNumberedAnew) {
 }
 
 TEST_F(SaveFiles, KeepThatIsRefusedChangesNothing) {
-  const std::string whole = support::save_file_bytes(many(3));
-  const std::string controls = support::control_structures_bytes(many(0).controls);
+  const std::string whole = sample::save_file_bytes(many(3));
+  const std::string controls = sample::control_structures_bytes(many(0).controls);
   const std::string last = "       Utility can not execute command KEEP. Function SCMD2\n";
   const struct {
     std::string bytes;
@@ -332,7 +333,7 @@ TEST_F(SaveFiles, AFullDiskLeavesTheSaveFileAsItIs) {
   SaveFile file = many(3);
   file.controls.state_values = 1000;
   for (SaveRecord& record : file.records) record.state.assign(1000, 1.5);
-  const std::string whole = support::save_file_bytes(file);
+  const std::string whole = sample::save_file_bytes(file);
   put("vnxsav", whole);
   expect_refusal(scmd2("KEEP", {1, 2}, kRange, 9000),
                  " %fat- Write error during KEEP operation. Scratch file\n"
@@ -348,17 +349,17 @@ TEST_F(SaveFiles, ARecordBecomesTextAndAFileAgain) {
   const std::string text(kSampleText);
   const std::string controls_text = text.substr(0, text.find("! Nvar\n"));
   for (std::size_t k : {0u, 1u}) {
-    put("vnxsav", support::save_file_bytes(file));
+    put("vnxsav", sample::save_file_bytes(file));
     const Outcome written = scmd2("TO_TEXT SAVING", {static_cast<double>(k + 1)});
     EXPECT_EQ(written.listing, "");
     EXPECT_EQ(written.status, 0);
     EXPECT_EQ(get("savtxt"), k == 0 ? text : controls_text + kBareText);
     remove("vnxsav");
     EXPECT_EQ(scmd2("FROM_TEXT SAVING").status, 0);
-    EXPECT_EQ(get("vnxsav"), support::save_file_bytes({file.controls, {file.records[k]}}));
+    EXPECT_EQ(get("vnxsav"), sample::save_file_bytes({file.controls, {file.records[k]}}));
     remove("savtxt");
   }
-  put("vnxsav", support::save_file_bytes(file));
+  put("vnxsav", sample::save_file_bytes(file));
   expect_refusal(scmd2("TO_TEXT SAVING", {3}),
                  " %fat- Number of records in <vnxsav> NR = 2\n"
                  "       2nd argument of SCMD2 > NR\n");
@@ -370,7 +371,7 @@ TEST_F(SaveFiles, CodesStandHundredToALineAndLongGroupsInSlices) {
   SaveRecord& record = file.records[0];
   record.text = std::string(100, 'a') + std::string(100, 'b') + std::string(50, 'c');
   record.event_code.assign(20001, 7);
-  put("vnxsav", support::save_file_bytes(file));
+  put("vnxsav", sample::save_file_bytes(file));
   ASSERT_EQ(scmd2("TO_TEXT SAVING", {1}).status, 0);
   const std::string text = get("savtxt");
   EXPECT_NE(text.find("0_TEXT_0\n[" + std::string(100, 'a') + "]\n[" + std::string(100, 'b') +
@@ -382,7 +383,7 @@ TEST_F(SaveFiles, CodesStandHundredToALineAndLongGroupsInSlices) {
             std::string::npos);
   remove("vnxsav");
   EXPECT_EQ(scmd2("FROM_TEXT SAVING").status, 0);
-  EXPECT_EQ(get("vnxsav"), support::save_file_bytes({file.controls, {record}}));
+  EXPECT_EQ(get("vnxsav"), sample::save_file_bytes({file.controls, {record}}));
 }
 
 TEST_F(SaveFiles, AWrongTextIsRefusedWithItsLine) {
@@ -434,20 +435,20 @@ TEST_F(SaveFiles, AFailedConversionLeavesWholeGroups) {
   put("savtxt", text.replace(text.find("15 16"), 5, "15 X"));  // in R4
   scmd2("FROM_TEXT SAVING");
   // C1 to C6 and R1 to R3: 4 + 20 + 20 + 4 + 4 + 8 bytes of the record.
-  EXPECT_EQ(get("vnxsav"), support::save_file_bytes(file).substr(
-                               0, support::control_structures_bytes(file.controls).size() + 60));
+  EXPECT_EQ(get("vnxsav"), sample::save_file_bytes(file).substr(
+                               0, sample::control_structures_bytes(file.controls).size() + 60));
 }
 
 TEST_F(SaveFiles, RandomRecordsSurviveTheRoundTrip) {
   std::mt19937 random(7);
   const auto below = [&](unsigned n) { return static_cast<std::int32_t>(random() % n); };
   const auto integers = [&](unsigned n, bool minus) {
-    support::Integers list(random() % n);
+    sample::Integers list(random() % n);
     for (auto& value : list) value = below(1u << 30) - (minus ? 1 << 29 : 0);
     return list;
   };
   const auto reals = [&](std::size_t count) {
-    support::Reals list(count);
+    sample::Reals list(count);
     for (auto& value : list)
       value = std::stod(std::string(format_real(below(2000000) / 1e3 - 999.0)));
     return list;
@@ -464,7 +465,7 @@ TEST_F(SaveFiles, RandomRecordsSurviveTheRoundTrip) {
                        below(9)};
       SaveRecord r = plain_record(std::fabs(reals(1)[0]), below(9));
       r.names.assign(random() % 3, "N A M E");
-      r.pointers = r.more_pointers = r.lengths = support::Integers(r.names.size(), below(99));
+      r.pointers = r.more_pointers = r.lengths = sample::Integers(r.names.size(), below(99));
       r.extents = integers(4, false);
       r.value_pointers = integers(30, false);
       r.values = reals(r.value_pointers.size());
@@ -481,7 +482,7 @@ TEST_F(SaveFiles, RandomRecordsSurviveTheRoundTrip) {
       r.output_words = integers(4, true);
       r.output_texts.assign(random() % 3, "B");
       file.records = {r};
-      const std::string bytes = support::save_file_bytes(file);
+      const std::string bytes = sample::save_file_bytes(file);
       std::ofstream("vnxsav", std::ios::binary) << bytes;
       saving_to_text(1);
       remove("vnxsav");

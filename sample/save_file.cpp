@@ -1,10 +1,10 @@
-#include "support/save_file.h"
+#include "sample/save_file.h"
 
 #include <initializer_list>
 
-#include "support/binary_text.h"
+#include "sample/bytes.h"
 
-namespace zorvik::support {
+namespace zorvik::sample {
 namespace {
 
 constexpr std::size_t kShortText = 20, kLongText = 40;
@@ -119,4 +119,4 @@ std::string save_file_bytes(const SaveFile& file) {
   return bytes;
 }
 
-}  // namespace zorvik::support
+}  // namespace zorvik::sample

@@ -2,10 +2,10 @@
 #include <fstream>
 #include <iostream>
 
-#include "support/sample_plant.h"
+#include "sample/sample_plant.h"
 
 int main() {
-  for (const auto& [name, bytes] : zorvik::support::sample_files()) {
+  for (const auto& [name, bytes] : zorvik::sample::sample_files()) {
     std::ofstream out(name, std::ios::binary);
     out << bytes();
     if (!out.flush()) {

@@ -28,18 +28,23 @@
 //   POWER             3.0E9, and 1.875E8 from 14 s on               W
 //   VALVE(i), i <= 4  integer: 1 from 10 * i s on, else 0
 //   FLUX(i,j)         100 * i + 10 * j + t; 2 by 6, stored in two pieces of three columns each
-#ifndef ZORVIK_TESTS_SUPPORT_SAMPLE_PLANT_H_
-#define ZORVIK_TESTS_SUPPORT_SAMPLE_PLANT_H_
+//
+// vnxsav has three records at 20, 40 and 60 s, each with the events BREAK and SCRAM and the state
+// t, s, p. nwsp_dat holds the tables of property_file.h.
+#ifndef ZORVIK_SAMPLE_SAMPLE_PLANT_H_
+#define ZORVIK_SAMPLE_SAMPLE_PLANT_H_
 
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "support/results_file.h"
+#include "sample/results_file.h"
+#include "sample/save_file.h"
 
-namespace zorvik::support {
+namespace zorvik::sample {
 
 ResultsFile sample_results();
+SaveFile sample_savings();
 
 // The files of the sample plant by name; the one place that lists them.
 struct SampleFile {
@@ -48,6 +53,6 @@ struct SampleFile {
 };
 const std::vector<SampleFile>& sample_files();
 
-}  // namespace zorvik::support
+}  // namespace zorvik::sample
 
-#endif  // ZORVIK_TESTS_SUPPORT_SAMPLE_PLANT_H_
+#endif  // ZORVIK_SAMPLE_SAMPLE_PLANT_H_

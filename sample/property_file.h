@@ -1,12 +1,12 @@
 // Writer of property tables files (nwsp_dat), and the tables of the sample plant.
-#ifndef ZORVIK_TESTS_SUPPORT_PROPERTY_FILE_H_
-#define ZORVIK_TESTS_SUPPORT_PROPERTY_FILE_H_
+#ifndef ZORVIK_SAMPLE_PROPERTY_FILE_H_
+#define ZORVIK_SAMPLE_PROPERTY_FILE_H_
 
 #include <cstdint>
 #include <string>
 #include <vector>
 
-namespace zorvik::support {
+namespace zorvik::sample {
 
 // The contents in the order of the file. Lists of records are laid one after the other; the writer
 // cuts them into records of the lengths that the counts give.
@@ -38,6 +38,6 @@ struct SampleSizes {
 PropertyFile sample_property_tables(const SampleSizes& sizes = {});
 std::string sample_property_file_bytes();
 
-}  // namespace zorvik::support
+}  // namespace zorvik::sample
 
-#endif  // ZORVIK_TESTS_SUPPORT_PROPERTY_FILE_H_
+#endif  // ZORVIK_SAMPLE_PROPERTY_FILE_H_

@@ -1,12 +1,12 @@
-#include "support/property_file.h"
+#include "sample/property_file.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "support/binary_text.h"
-#include "support/water_equations.h"
+#include "sample/bytes.h"
+#include "sample/water_equations.h"
 
-namespace zorvik::support {
+namespace zorvik::sample {
 namespace {
 
 constexpr int kIndexRows = 600;
@@ -241,4 +241,4 @@ PropertyFile sample_property_tables(const SampleSizes& sizes) {
 
 std::string sample_property_file_bytes() { return property_file_bytes(sample_property_tables()); }
 
-}  // namespace zorvik::support
+}  // namespace zorvik::sample

@@ -1,14 +1,14 @@
 // Writer of save files (vnxsav) from plain data, for tests and samples: the counts come from the
 // lists, so every file that it writes is sound. An empty list leaves the placeholder that belongs
 // to it.
-#ifndef ZORVIK_TESTS_SUPPORT_SAVE_FILE_H_
-#define ZORVIK_TESTS_SUPPORT_SAVE_FILE_H_
+#ifndef ZORVIK_SAMPLE_SAVE_FILE_H_
+#define ZORVIK_SAMPLE_SAVE_FILE_H_
 
 #include <cstdint>
 #include <string>
 #include <vector>
 
-namespace zorvik::support {
+namespace zorvik::sample {
 
 using Integers = std::vector<std::int32_t>;
 using Reals = std::vector<double>;
@@ -75,6 +75,6 @@ std::string control_structures_bytes(const ControlStructures& controls);
 std::string save_record_bytes(const SaveRecord& record);
 std::string save_file_bytes(const SaveFile& file);
 
-}  // namespace zorvik::support
+}  // namespace zorvik::sample
 
-#endif  // ZORVIK_TESTS_SUPPORT_SAVE_FILE_H_
+#endif  // ZORVIK_SAMPLE_SAVE_FILE_H_

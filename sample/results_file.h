@@ -1,14 +1,14 @@
 // Writer of results files (vnxres) from plain data, for tests, samples and benchmarks. It writes
 // what it is given, sensible or not: counts come from the lists, values from the caller.
-#ifndef ZORVIK_TESTS_SUPPORT_RESULTS_FILE_H_
-#define ZORVIK_TESTS_SUPPORT_RESULTS_FILE_H_
+#ifndef ZORVIK_SAMPLE_RESULTS_FILE_H_
+#define ZORVIK_SAMPLE_RESULTS_FILE_H_
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
-namespace zorvik::support {
+namespace zorvik::sample {
 
 struct Element {
   std::int32_t number, cells;
@@ -39,6 +39,6 @@ struct ResultsFile {
 std::string results_header_bytes(const ResultsFile& file);
 std::string results_file_bytes(const ResultsFile& file);
 
-}  // namespace zorvik::support
+}  // namespace zorvik::sample
 
-#endif  // ZORVIK_TESTS_SUPPORT_RESULTS_FILE_H_
+#endif  // ZORVIK_SAMPLE_RESULTS_FILE_H_

@@ -1,9 +1,9 @@
-#include "support/water_equations.h"
+#include "sample/water_equations.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace zorvik::support {
+namespace zorvik::sample {
 namespace {
 
 constexpr double kGasConstant = 461.526;
@@ -261,4 +261,4 @@ WaterState steam_at(double pressure, double temperature) {
   return sum(line(saturation), slope(line, saturation, 0.01), temperature - saturation);
 }
 
-}  // namespace zorvik::support
+}  // namespace zorvik::sample

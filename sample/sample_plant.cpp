@@ -1,10 +1,12 @@
 // The values of a record are appended entry by entry in the order of the file: the catalogue's
 // entries make up the extended part exactly, the listed entries follow the problem time.
-#include "support/sample_plant.h"
+#include "sample/sample_plant.h"
 
 #include <algorithm>
 
-namespace zorvik::support {
+#include "sample/property_file.h"
+
+namespace zorvik::sample {
 namespace {
 
 constexpr int kRecords = 31;
@@ -132,11 +134,30 @@ ResultsFile sample_results() {
   return file;
 }
 
+SaveFile sample_savings() {
+  SaveFile file{};
+  file.controls.title = "SAMPLE PLANT. SAVINGS";
+  file.controls.state_values = 3;
+  for (std::int32_t number = 1; number <= 3; ++number) {
+    const State x = state_at(20.0 * number);
+    SaveRecord record{};
+    record.time = x.t;
+    record.largest_step = 0.125;
+    record.number = number;
+    record.events = {{"BREAK", 1}, {"SCRAM", 2}};
+    record.state = {x.t, x.s, x.p};
+    file.records.push_back(std::move(record));
+  }
+  return file;
+}
+
 const std::vector<SampleFile>& sample_files() {
   static const std::vector<SampleFile> files = {
       {"vnxres", [] { return results_file_bytes(sample_results()); }},
+      {"vnxsav", [] { return save_file_bytes(sample_savings()); }},
+      {"nwsp_dat", [] { return sample_property_file_bytes(); }},
   };
   return files;
 }
 
-}  // namespace zorvik::support
+}  // namespace zorvik::sample

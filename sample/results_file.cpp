@@ -1,8 +1,8 @@
-#include "support/results_file.h"
+#include "sample/results_file.h"
 
-#include "support/binary_text.h"
+#include "sample/bytes.h"
 
-namespace zorvik::support {
+namespace zorvik::sample {
 namespace {
 
 constexpr std::size_t kNameWidth = 40;
@@ -51,4 +51,4 @@ std::string results_file_bytes(const ResultsFile& file) {
   return bytes;
 }
 
-}  // namespace zorvik::support
+}  // namespace zorvik::sample

@@ -1,12 +1,12 @@
 // Properties of water and steam from the IAPWS Industrial Formulation 1997: its regions 1 (water),
 // 2 (steam) and 4 (saturation line), and a smooth continuation where tables need values outside
 // them: each phase beyond the saturation line, and the region around the critical point.
-#ifndef ZORVIK_TESTS_SUPPORT_WATER_EQUATIONS_H_
-#define ZORVIK_TESTS_SUPPORT_WATER_EQUATIONS_H_
+#ifndef ZORVIK_SAMPLE_WATER_EQUATIONS_H_
+#define ZORVIK_SAMPLE_WATER_EQUATIONS_H_
 
 #include <array>
 
-namespace zorvik::support {
+namespace zorvik::sample {
 
 enum Quantity {
   kEntropy,          // J/(kg K)
@@ -42,6 +42,6 @@ double surface_tension(double temperature);  // N/m
 WaterState water_at(double pressure, double temperature);
 WaterState steam_at(double pressure, double temperature);
 
-}  // namespace zorvik::support
+}  // namespace zorvik::sample
 
-#endif  // ZORVIK_TESTS_SUPPORT_WATER_EQUATIONS_H_
+#endif  // ZORVIK_SAMPLE_WATER_EQUATIONS_H_

@@ -1,0 +1,200 @@
+// The algorithms behind the built-in functions.
+#include "exec/functions.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <numbers>
+#include <vector>
+
+#include "exec/evaluation_stack.h"
+#include "exec/interpolation.h"
+#include "exec/random.h"
+#include "exec/spline.h"
+#include "sample/property_file.h"
+#include "stores/results_store.h"
+#include "support/ended_run.h"
+#include "wsp/property_file.h"
+
+namespace zorvik {
+namespace {
+
+constexpr int kWs1p1 = 27, kInteg = 30, kFourt = 31;
+using Values = std::vector<double>;
+
+void push_values(const Values& values) {
+  std::copy(values.begin(), values.end(), push_array(kReal, static_cast<int>(values.size())));
+}
+
+double integral(const Values& x, const Values& y) {
+  reset_evaluation();
+  push_values(x);
+  push_values(y);
+  EXPECT_EQ(iu9fn2(kInteg, 2), kFunctionDone);
+  return *values_of(top_entry());
+}
+
+double coefficient(int m, int k, const Values& x, const Values& y) {
+  reset_evaluation();
+  push_scalar(kInteger, m);
+  push_scalar(kInteger, k);
+  push_values(x);
+  push_values(y);
+  EXPECT_EQ(iu9fn2(kFourt, 4), kFunctionDone);
+  return *values_of(top_entry());
+}
+
+// y(x) on n points, the spaces between them growing towards the end when they are uneven.
+template <class Function>
+void sample(int n, double first, double last, bool even, Function f, Values& x, Values& y) {
+  x.clear();
+  y.clear();
+  for (int k = 0; k < n; ++k) {
+    const double way = static_cast<double>(k) / (n - 1);
+    x.push_back(first + (last - first) * (even ? way : way * (1 + way) / 2));
+    y.push_back(f(x.back()));
+  }
+}
+
+std::uint64_t next_state(std::uint64_t y) { return (843314861 * y + 453816693) % (1ULL << 31); }
+
+TEST(Random, StatesFollowTheCongruence) {
+  double& state = results_store.value[kRandomStatePosition];
+  state = 0;
+  EXPECT_EQ(urand(), 453816693 / 2147483648.0);
+  EXPECT_EQ(urand(), 1623591814 / 2147483648.0);
+  EXPECT_EQ(urand(), 474883 / 2147483648.0);
+  for (const std::uint64_t start : {0ULL, 1ULL, 7ULL, 2147483647ULL}) {
+    state = static_cast<double>(start);
+    std::uint64_t y = start;
+    for (int k = 0; k < 1000; ++k) {
+      y = next_state(y);
+      ASSERT_EQ(urand(), static_cast<double>(y) / 2147483648.0) << start << " " << k;
+      ASSERT_EQ(state, static_cast<double>(y));
+    }
+  }
+}
+
+TEST(Random, NormalDeviatesAreThoseOfThePolarMethodInSinglePrecision) {
+  results_store.value[kRandomStatePosition] = 3;
+  std::uint64_t y = 3;
+  const auto uniform = [&] {
+    y = next_state(y);
+    return static_cast<float>(static_cast<double>(y) / 2147483648.0);
+  };
+  int pairs = 0;
+  for (int k = 0; k < 1000; ++k) {
+    float p, s;
+    do {
+      const float u = uniform(), w = uniform();
+      // Every operation in double and then rounded is the single-precision operation.
+      p = static_cast<float>(static_cast<double>(static_cast<float>(2.0 * u)) - 1.0);
+      const auto q = static_cast<float>(static_cast<double>(static_cast<float>(2.0 * w)) - 1.0);
+      const auto pp = static_cast<float>(static_cast<double>(p) * p);
+      const auto qq = static_cast<float>(static_cast<double>(q) * q);
+      s = static_cast<float>(static_cast<double>(pp) + qq);
+      ++pairs;
+    } while (s > 1);
+    const auto log_s = static_cast<float>(-2.0 * static_cast<float>(std::log(double{s})));
+    const auto root = static_cast<float>(std::sqrt(static_cast<float>(double{log_s} / s)));
+    const auto expected = static_cast<float>(static_cast<double>(p) * root);
+    // The library's logarithm in single precision may be one unit off.
+    ASSERT_NEAR(gauss(), expected, std::fabs(expected) * 3e-7) << k;
+  }
+  EXPECT_GT(pairs, 1000);  // some pairs were outside the circle
+  EXPECT_EQ(results_store.value[kRandomStatePosition], static_cast<double>(y));
+}
+
+TEST(Spline, ReproducesCubics) {
+  const auto cubic = [](double t) { return 2 - 3 * t + 0.5 * t * t + 0.25 * t * t * t; };
+  Values x, y;
+  for (const int n : {4, 5, 40}) {
+    sample(n, -1, 3, false, cubic, x, y);
+    Values b(x.size()), c(x.size()), d(x.size());
+    spline_coefficients(n, x.data(), y.data(), b.data(), c.data(), d.data());
+    for (std::size_t i = 0; i < x.size(); ++i) {
+      EXPECT_NEAR(b[i], -3 + x[i] + 0.75 * x[i] * x[i], 1e-9) << n << " " << i;
+      EXPECT_NEAR(c[i], 0.5 + 0.75 * x[i], 1e-9);
+      EXPECT_NEAR(d[i], 0.25, 1e-9);
+    }
+    // 2 t - 3/2 t^2 + 1/6 t^3 + 1/16 t^4 from -1 to 3 is 8 - 12 + 28/6 + 5.
+    EXPECT_NEAR(integral(x, y), 17.0 / 3, 1e-9);
+  }
+  Values b(2), c(2), d(2), two_x{1, 3}, two_y{5, 9};
+  spline_coefficients(2, two_x.data(), two_y.data(), b.data(), c.data(), d.data());
+  EXPECT_EQ(b, (Values{2, 2}));
+  EXPECT_EQ(c, (Values{0, 0}));
+}
+
+TEST(Fourier, CoefficientsOfClosedForms) {
+  constexpr double kTurn = 2 * std::numbers::pi;
+  Values x, y;
+  // One period of 3 + 2 cos 2x - 5 sin 3x.
+  const auto wave = [](double t) { return 3 + 2 * std::cos(2 * t) - 5 * std::sin(3 * t); };
+  sample(400, 0, kTurn, true, wave, x, y);
+  EXPECT_NEAR(coefficient(1, 0, x, y), 6, 1e-6);
+  EXPECT_NEAR(coefficient(-1, 2, x, y), 2, 1e-6);
+  EXPECT_NEAR(coefficient(2, -3, x, y), -5, 1e-6);
+  EXPECT_NEAR(coefficient(7, 3, x, y), -5, 1e-6);  // anything but 1 is the sine
+  EXPECT_NEAR(coefficient(1, 3, x, y), 0, 1e-6);
+  EXPECT_EQ(coefficient(2, 0, x, y), 0);
+  // The phase is that of the absolute abscissa: y = x - 1 from 1 to 3, w = pi:
+  // integral of (x - 1) sin(pi x) from 1 to 3 is -2 cos(3 pi) / pi.
+  sample(
+      400, 1, 3, true, [](double t) { return t - 1; }, x, y);
+  EXPECT_NEAR(coefficient(2, 1, x, y), 2 / std::numbers::pi, 1e-6);
+}
+
+TEST(WorkSpace, IsTheValueBufferBehindTheValuesInUse) {
+  const Values four_thousand(4000, 1.0);
+  evaluation.line = 12;
+  Values x(4000);
+  for (std::size_t k = 0; k < x.size(); ++k) x[k] = static_cast<double>(k);
+  EXPECT_NEAR(integral(x, four_thousand), 3999, 1e-6);
+  reset_evaluation();
+  push_scalar(kReal, 0);
+  push_values(x);
+  push_values(four_thousand);
+  EXPECT_EQ(support::ended_run([] { iu9fn2(kInteg, 2); }).console,
+            " %fat- Work space for INTEG is full Line 12\n Errors detected. See listing\n");
+}
+
+TEST(Interpolation, BothDirectionsAtAndBeyondBothEnds) {
+  const double y[] = {10, 20, 40}, up[] = {1, 2, 3}, down[] = {3, 2, 1};
+  const struct {
+    double at, ascending, descending;
+  } kCases[] = {{0, 10, 40},   {1, 10, 40}, {1.5, 15, 30}, {2, 20, 20},
+                {2.5, 30, 15}, {3, 40, 10}, {7, 40, 10}};
+  for (const auto& c : kCases) {
+    EXPECT_EQ(interpolate_linearly(y, up, 3, c.at), c.ascending) << c.at;
+    EXPECT_EQ(interpolate_linearly(y, down, 3, c.at), c.descending) << c.at;
+  }
+}
+
+TEST(PropertyFunctions, ReadTheTablesOnce) {
+  const auto before = std::filesystem::current_path();
+  std::filesystem::current_path(testing::TempDir());
+  std::ofstream(std::string(kPropertyFileName), std::ios::binary)
+      << sample::sample_property_file_bytes();
+  forget_property_file();
+  for (int call = 1; call <= 2; ++call) {
+    reset_evaluation();
+    push_scalar(kInteger, 1);
+    *push_text(1) = 'T';
+    push_scalar(kInteger, 500);
+    push_scalar(kInteger, -1);
+    ASSERT_EQ(iu9fn2(kWs1p1, 4), kFunctionDone);
+    EXPECT_NEAR(*values_of(top_entry()), 2.639e6, 5e3);
+    EXPECT_EQ(evaluation.depth, 1);
+    EXPECT_EQ(evaluation.text_used, 0);
+    std::filesystem::remove(kPropertyFileName);
+  }
+  forget_property_file();
+  std::filesystem::current_path(before);
+}
+
+}  // namespace
+}  // namespace zorvik
