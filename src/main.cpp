@@ -34,7 +34,9 @@ void report_used_space() {
 }
 
 [[noreturn]] void run() {
-  std::signal(SIGPIPE, SIG_IGN);  // a console that is gone must not cost the files
+  // A console that is gone, or a file that may not grow, is an error to report and no sudden death.
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
   occupy_standard_descriptors();
   flush_denormals_to_zero();
   set_up_tables();

@@ -108,6 +108,19 @@ constexpr bool signatures_match_counts() {
 }
 static_assert(signatures_match_counts());
 
+// The functions that are named elsewhere in the code.
+constexpr int function_number(std::string_view name) {
+  for (std::size_t k = 0; k < kFunctions.size(); ++k) {
+    if (kFunctions[k].name == name) return static_cast<int>(k) + 1;
+  }
+  return 0;
+}
+inline constexpr int kFunctionAbs = function_number("ABS");  // to TETA: one number, no side effect
+inline constexpr int kFunctionTeta = function_number("TETA");
+inline constexpr int kFunctionMod = function_number("MOD");
+inline constexpr int kFunctionMax = function_number("MAX");
+inline constexpr int kFunctionMin = function_number("MIN");
+
 constexpr const Function& function_of(int number) {  // 1 .. 32
   return kFunctions[static_cast<std::size_t>(number) - 1];
 }

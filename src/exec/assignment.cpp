@@ -75,7 +75,10 @@ std::string_view fault_of_whole(const Variable& variable, const StackEntry& valu
   if (variable.base_type == kInteger && value.base_type != kInteger) {
     return " Integer = not_integer_value";
   }
-  if (variable.base_type == kReal && is_text) return " Real = character_value";
+  // A scalar that holds a place of the results store is a number, too.
+  const bool takes_numbers =
+      variable.base_type == kReal || (variable.base_type == kPointerValue && variable.rank == 0);
+  if (takes_numbers && is_text) return " Real = character_value";
   if (variable.rank == 0 && (value.shape != kScalar || is_list)) return " Scalar = array";
   if (variable.base_type == kCharacter && !is_text) return " Character = not_character_value";
   if (variable.rank > 0 && is_text) return " Array = character_value";

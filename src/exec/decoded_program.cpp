@@ -7,7 +7,6 @@
 #include "driver/language_tables.h"
 #include "driver/number_format.h"
 #include "exec/elementary_functions.h"
-#include "exec/evaluation_stack.h"
 #include "exec/operators.h"
 
 namespace zorvik {
@@ -73,9 +72,11 @@ bool apply_rare(const Instruction& i, double a, double b, double& result) {
       return true;
     case Op::kMaximum:
       result = a > b ? a : b;
+      if (i.count != 0) result = round_half_away(result);
       return true;
     default:
       result = a < b ? a : b;
+      if (i.count != 0) result = round_half_away(result);
       return true;
   }
 }
@@ -226,8 +227,7 @@ int run_decoded(int position, int& jumps, int max_jumps) {
         *i.to = *i.a == 0.0 ? 1.0 : 0.0;
         break;
       case Op::kFunction:
-        if (undefined(*i.a)) return i.statement;
-        evaluation.line = i.target;
+        if (undefined(*i.a) || !elementary_accepts(i.count, *i.a)) return i.statement;
         *i.to = elementary_value(i.count, *i.a);
         break;
       case Op::kColumn:

@@ -28,7 +28,7 @@ enum class Op : std::uint8_t {
   kDivideWhole,
   kRemainder,
   kPowerWhole,  // of a whole exponent; count: the result is whole
-  kMaximum,
+  kMaximum,     // count, also of kMinimum: the result is whole
   kMinimum,
   kAnd,
   kOr,
@@ -50,7 +50,7 @@ enum class Op : std::uint8_t {
   kCopy,
   kNegate,
   kNot,
-  kFunction,  // number `count`; line for its messages in `target`
+  kFunction,  // number `count`
   // Elements. Subscripts run from 1 to `count`; columns have `target` elements.
   kColumn,         // to = elements before column a
   kLoadElement,    // to = block[a]

@@ -18,8 +18,6 @@
 namespace zorvik {
 namespace {
 
-constexpr int kPairWords = 2;  // of an ENDDO
-
 // By position of the first reserved word divided by their number: no two DOs share an entry. The
 // code's own words are 32 bits wide, and counts may be larger.
 LoopRecord loop_records[kCodeCapacity / kLoopRecordWords + 1];

@@ -15,27 +15,6 @@ namespace zorvik {
 namespace {
 
 constexpr double kLowestExponent = -700.0;
-constexpr double kSmallestLogArgument = kSmallestDivisor;
-
-double logarithm(double x) {
-  if (x < kSmallestLogArgument) stop_in_function("%fat- LOG(X); X <= 0");
-  return std::log(x);
-}
-
-double square_root(double x) {
-  if (x < 0) stop_in_function("%fat- SQRT(X); X < 0");
-  return std::sqrt(x);
-}
-
-double arc_sine(double x) {
-  if (std::fabs(x) > 1) stop_in_function("%fat- ASIN(X); abs(X) > 1");
-  return std::asin(x);
-}
-
-double arc_cosine(double x) {
-  if (std::fabs(x) > 1) stop_in_function("%fat- ACOS(X); abs(X) > 1");
-  return std::acos(x);
-}
 
 enum class ResultType { kAsArgument, kInteger, kReal };
 
@@ -43,23 +22,27 @@ struct Elementary {
   std::string_view name;
   ResultType type;
   double (*value)(double x);
+  bool (*outside)(double x) = nullptr;  // outside the function's domain
+  std::string_view refusal = {};
 };
-
-constexpr int kFirstElementary = 3;
 
 constexpr std::array<Elementary, 18> kElementary = {{
     {"ABS", ResultType::kAsArgument, [](double x) { return std::fabs(x); }},
-    {"LOG", ResultType::kReal, logarithm},
+    {"LOG", ResultType::kReal, [](double x) { return std::log(x); },
+     [](double x) { return x < kSmallestDivisor; }, "%fat- LOG(X); X <= 0"},
     {"INT", ResultType::kInteger, [](double x) { return std::trunc(x) + 0.0; }},
     {"FLOAT", ResultType::kReal, [](double x) { return x; }},
     {"NINT", ResultType::kInteger, [](double x) { return round_half_away(x); }},
-    {"SQRT", ResultType::kReal, square_root},
+    {"SQRT", ResultType::kReal, [](double x) { return std::sqrt(x); },
+     [](double x) { return x < 0; }, "%fat- SQRT(X); X < 0"},
     {"EXP", ResultType::kReal, [](double x) { return std::exp(std::max(x, kLowestExponent)); }},
     {"SIN", ResultType::kReal, [](double x) { return std::sin(x); }},
     {"COS", ResultType::kReal, [](double x) { return std::cos(x); }},
     {"TAN", ResultType::kReal, [](double x) { return std::tan(x); }},
-    {"ASIN", ResultType::kReal, arc_sine},
-    {"ACOS", ResultType::kReal, arc_cosine},
+    {"ASIN", ResultType::kReal, [](double x) { return std::asin(x); },
+     [](double x) { return std::fabs(x) > 1; }, "%fat- ASIN(X); abs(X) > 1"},
+    {"ACOS", ResultType::kReal, [](double x) { return std::acos(x); },
+     [](double x) { return std::fabs(x) > 1; }, "%fat- ACOS(X); abs(X) > 1"},
     {"ATAN", ResultType::kReal, [](double x) { return std::atan(x); }},
     {"SINH", ResultType::kReal, [](double x) { return std::sinh(x); }},
     {"COSH", ResultType::kReal, [](double x) { return std::cosh(x); }},
@@ -70,14 +53,14 @@ constexpr std::array<Elementary, 18> kElementary = {{
 
 constexpr bool stand_at_their_numbers() {
   for (std::size_t k = 0; k < kElementary.size(); ++k) {
-    if (kElementary[k].name != kFunctions[k + kFirstElementary - 1].name) return false;
+    if (kElementary[k].name != kFunctions[k + kFunctionAbs - 1].name) return false;
   }
   return true;
 }
 static_assert(stand_at_their_numbers());
 
 const Elementary& elementary_of(int number) {
-  return kElementary[static_cast<std::size_t>(number - kFirstElementary)];
+  return kElementary[static_cast<std::size_t>(number - kFunctionAbs)];
 }
 
 // Replaces an array by the element that no other one beats.
@@ -115,6 +98,11 @@ int largest_element(int number) {
   return best_element(number, [](double a, double b) { return a > b; });
 }
 
+bool elementary_accepts(int number, double x) {
+  const Elementary& function = elementary_of(number);
+  return function.outside == nullptr || !function.outside(x);
+}
+
 double elementary_value(int number, double x) { return elementary_of(number).value(x); }
 
 BaseType elementary_type(int number, BaseType argument) {
@@ -132,6 +120,7 @@ int apply_elementary(int number) {
   if (require_numeric_scalars(number, 1) != kFunctionDone) return kFunctionRefused;
   StackEntry& entry = top_entry();
   double& x = *values_of(entry);
+  if (!elementary_accepts(number, x)) stop_in_function(elementary_of(number).refusal);
   x = elementary_value(number, x);
   entry.base_type = elementary_type(number, entry.base_type);
   return kFunctionDone;
@@ -140,9 +129,10 @@ int apply_elementary(int number) {
 int remainder_of_two(int number) {
   if (require_numeric_scalars(number, 2) != kFunctionDone) return kFunctionRefused;
   if (require_integers(number, 1, 2) != kFunctionDone) return kFunctionRefused;
-  const double divisor = argument_value(2, 2);
+  const double dividend = round_half_away(argument_value(1, 2));
+  const double divisor = round_half_away(argument_value(2, 2));
   if (divisor == 0) stop_in_function("%fat- Integer divide by zero");
-  replace_by_scalar(2, kInteger, std::fmod(argument_value(1, 2), divisor) + 0.0);
+  replace_by_scalar(2, kInteger, std::fmod(dividend, divisor) + 0.0);
   return kFunctionDone;
 }
 

@@ -18,7 +18,9 @@ int largest_element(int number);
 // like.
 int apply_elementary(int number);
 
-// The same function of a number, for callers that know their argument to be a numeric scalar.
+// The same functions of a number, for callers that know their argument to be a numeric scalar: is
+// it inside the domain, what is the value, of what type.
+bool elementary_accepts(int number, double x);
 double elementary_value(int number, double x);
 BaseType elementary_type(int number, BaseType argument);
 

@@ -21,7 +21,6 @@ namespace {
 
 constexpr int kMaxCalls = 100;
 constexpr int kMaxJumps = 20000;
-constexpr int kPairWords = 2;  // of an ELSE, an ENDIF or a GOTO
 
 struct Call {
   int return_position;

@@ -13,9 +13,6 @@ constinit DecodedProgram decoded_program;
 namespace {
 
 constexpr int kNotYet = 0, kNever = -1;
-constexpr int kFirstElementary = 3, kLastElementary = 19;  // RAND changes the generator's state
-constexpr int kMod = 21, kMax = 22, kMin = 23;
-constexpr int kPairWords = 2;
 
 struct Place {
   const double* value;
@@ -78,7 +75,6 @@ class Decoder {
  private:
   bool decode_by_code() {
     const std::int32_t head = code_store.word[position_];
-    line_ = head_line(head);
     switch (head_code(head)) {
       case kCodeAssignment:
         return decode_assignment();
@@ -205,18 +201,21 @@ class Decoder {
   }
 
   bool decode_function(int number) {
-    if (number >= kFirstElementary && number <= kLastElementary) {
+    if (number >= kFunctionAbs && number <= kFunctionTeta) {
       const Place argument = pop();
-      emit_result({.op = Op::kFunction, .target = line_, .count = number, .a = argument.value},
+      emit_result({.op = Op::kFunction, .count = number, .a = argument.value},
                   elementary_type(number, argument.type));
       return true;
     }
-    if (number != kMod && number != kMax && number != kMin) return false;
+    if (number != kFunctionMod && number != kFunctionMax && number != kFunctionMin) return false;
     const Place right = pop(), left = pop();
     const bool whole = left.type == kInteger && right.type == kInteger;
-    if (number == kMod && !whole) return false;
-    const Op op = number == kMod ? Op::kRemainder : number == kMax ? Op::kMaximum : Op::kMinimum;
-    emit_result({.op = op, .a = left.value, .b = right.value}, whole ? kInteger : kReal);
+    if (number == kFunctionMod && !whole) return false;
+    const Op op = number == kFunctionMod   ? Op::kRemainder
+                  : number == kFunctionMax ? Op::kMaximum
+                                           : Op::kMinimum;
+    emit_result({.op = op, .count = whole ? 1 : 0, .a = left.value, .b = right.value},
+                whole ? kInteger : kReal);
     return true;
   }
 
@@ -388,7 +387,6 @@ class Decoder {
   }
 
   int position_, first_;
-  int line_ = 0;
   int outcome_ = kNever;
   bool full_ = false;
   Place stack_[kMaxItems + 1];

@@ -28,6 +28,7 @@ namespace zorvik {
 constexpr int kCodeCapacity = 20000;
 constexpr int kHeaderWords = 8;
 constexpr int kLoopRecordWords = 5;
+constexpr int kPairWords = 2;  // of an ELSE, ENDIF, GOTO, OUT or ENDDO
 constexpr std::int32_t kListSeparator = -4000000;
 
 enum StatementCode : int {

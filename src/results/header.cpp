@@ -148,9 +148,4 @@ HeaderStatus read_header(File& file, ResultsHeader& header) {
   return HeaderStatus::kOk;
 }
 
-int write_group(File& file, ResultsHeader& header, HeaderGroup group) {
-  const HeaderItems items = items_of(header, group);
-  return file.write(items.data, items.bytes());
-}
-
 }  // namespace zorvik

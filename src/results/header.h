@@ -119,9 +119,6 @@ std::int64_t catalogue_entries(const ResultsHeader& header);
 HeaderStatus read_group(File& file, ResultsHeader& header, HeaderGroup group);
 HeaderStatus read_header(File& file, ResultsHeader& header);
 
-// Writes a group as it stands; 0 or the errno value of the failure.
-int write_group(File& file, ResultsHeader& header, HeaderGroup group);
-
 }  // namespace zorvik
 
 #endif  // ZORVIK_RESULTS_HEADER_H_

@@ -20,7 +20,6 @@ constexpr std::string_view kToTextConsequence =
 constexpr TextForm kForm = {
     "<restxt>", "<vnxres>",
     "      Utility can not exec. command \"FROM_TEXT RESULTS\". Function SCMD2", true};
-constexpr int kTitleColumns = 100;  // longest title, and what counts of its line
 
 ResultsHeader header;
 double block[kBlockValues];
@@ -228,8 +227,10 @@ void results_from_text() {
   File& text_file = file_on(kTextUnit);
   reset_source_line();
   close_after_from_text(results, "<vnxres>");
-  open_file(kResultsUnit, "REN");
+  // An old vnxres is refused first; a text that is missing leaves no new one behind.
+  if (inquire_file("vnxres").exists) open_file(kResultsUnit, "REN");
   open_file(kTextUnit, "TXR");
+  open_file(kResultsUnit, "REN");
   TextReader text(kTextUnit, results, kForm);
   for (int group = kSizes; group <= kTitle; ++group) {
     read_header_group(text, static_cast<HeaderGroup>(group));
@@ -237,7 +238,6 @@ void results_from_text() {
   do {
     read_record(text);
   } while (text.more_follows());
-  text.flush();
   close_after_from_text(results, "<vnxres>");
   close_after_from_text(text_file, "<restxt>");
 }

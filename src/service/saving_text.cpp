@@ -19,7 +19,6 @@ constexpr TextForm kForm = {"<savtxt>", "<vnxsav>",
                             "   Utility can not execute command FROM_TEXT SAVING Function SCMD2",
                             false};
 constexpr std::string_view kBlankItem = "[ ]";  // stands in for absent texts
-constexpr int kTitleColumns = 100;              // what counts of the title's line
 constexpr std::int32_t kWrittenI2 = 1;          // last integer of a record made from text
 
 bool is_text(SaveItem item) {
@@ -33,7 +32,8 @@ bool is_text(SaveItem item) {
   refuse(what, kToTextConsequence, io_status);
 }
 
-[[noreturn]] void refuse_during(std::string_view what, std::string_view name, int io_status = 0) {
+[[noreturn]] void refuse_during(std::string_view what, std::string_view name,
+                                int io_status = kNoIoStatus) {
   refuse_to_text(message("%fat- ", what,
                          " error detected during \"TO_TEXT SAVING\" operation. "
                          "File ",
@@ -273,7 +273,6 @@ void saving_from_text() {
   read_save_part(text, SavePart::kControlStructures, counts);
   read_save_part(text, SavePart::kRecord, counts);
   if (text.more_follows()) text.refuse("%fat- File <savtxt>. Extra information detected");
-  text.flush();
   close_after_from_text(save, "<vnxsav>");
   close_after_from_text(file_on(kTextUnit), "<savtxt>");
 }

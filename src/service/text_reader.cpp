@@ -134,10 +134,11 @@ void TextReader::write(const void* from, std::size_t bytes) {
   }
 }
 
-void TextReader::flush() {
+void TextReader::end_group() {
   if (const int status = binary_.flush(); status != 0) {
     refuse(message("%fat- Write error. File ", form_.binary_name, '.'), status);
   }
+  group_start_ = binary_.position();
 }
 
 }  // namespace zorvik

@@ -13,6 +13,7 @@
 #include <string_view>
 
 #include "driver/file.h"
+#include "driver/messages.h"
 #include "lang/lexer.h"
 
 namespace zorvik {
@@ -53,12 +54,12 @@ class TextReader {
   // True when another lexeme follows (a malformed one is refused); it is the next one read.
   bool more_follows();
 
-  // Writes to the binary file: "%fat- Write error. File <..>.". A group is complete at its end.
+  // Writes to the binary file: "%fat- Write error. File <..>.". A complete group goes to the disk
+  // at once, so that a full disk leaves nothing but whole groups.
   void write(const void* from, std::size_t bytes);
-  void end_group() { group_start_ = binary_.position(); }
-  void flush();
+  void end_group();
 
-  [[noreturn]] void refuse(std::string_view text, int io_status = 0);
+  [[noreturn]] void refuse(std::string_view text, int io_status = kNoIoStatus);
 
  private:
   std::string_view lexeme();
@@ -76,7 +77,8 @@ class TextReader {
   std::string error_;
 };
 
-constexpr int kTextColumns = 200;  // of a line of a text form
+constexpr int kTextColumns = 200;   // of a line of a text form
+constexpr int kTitleColumns = 100;  // what counts of a title's line; no title is longer
 
 }  // namespace zorvik
 
