@@ -8,7 +8,6 @@
 #include "driver/text.h"
 #include "sample/results_file.h"
 #include "service/results_text.h"
-#include "support/binary_text.h"
 #include "unit/service_run.h"
 
 namespace zorvik {
