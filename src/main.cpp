@@ -10,9 +10,9 @@
 #include "driver/text.h"
 #include "driver/units.h"
 #include "exec/executor.h"
-#include "lang/lexer.h"
-#include "lang/pass_one.h"
-#include "lang/pass_two.h"
+#include "lang/check/pass_one.h"
+#include "lang/compile/pass_two.h"
+#include "lang/text/lexer.h"
 #include "stores/notkeys.h"
 
 namespace zorvik {

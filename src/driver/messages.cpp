@@ -35,7 +35,7 @@ void write_to_file(int unit, std::string_view text, int io_status) {
 
 void set_listing_unit(int unit) { listing_unit = unit; }
 
-void issue_message(int unit, std::string_view text, int io_status, Stop stop, int line) {
+void issue_message(int unit, std::string_view text, int io_status, int line) {
   if (text.empty()) return;
   std::string with_line;
   if (line > kNoLine) {
@@ -44,22 +44,6 @@ void issue_message(int unit, std::string_view text, int io_status, Stop stop, in
   }
   if (unit <= kConsole) write_record(kConsole, text, io_status);
   if (unit != kConsole) write_to_file(unit < 0 ? -unit : unit, text, io_status);
-  if (stop == Stop::kNone) return;
-  if (stop == Stop::kWithNotice) stop_with_notice();
-  end_run(RunEnd::kFailed);
-}
-
-void stop_run(int unit, std::string_view text, int io_status, Stop stop, int line) {
-  issue_message(unit, text, io_status, stop, line);
-  end_run(RunEnd::kFailed);
-}
-
-void stop_with_listing(std::string_view text, int line, int io_status) {
-  stop_run(listing_unit, text, io_status, Stop::kWithNotice, line);
-}
-
-void stop_on_inconsistency(std::string_view text) {
-  stop_run(kConsole, text, kNoIoStatus, Stop::kAtOnce);
 }
 
 void issue_pointed_message(int unit, std::string_view text, int column) {
@@ -73,17 +57,48 @@ void issue_pointed_message(int unit, std::string_view text, int column) {
   issue_message(unit, text);
 }
 
-void stop_with_notice() {
-  issue_message(kConsole, "Errors detected. See listing");
-  end_run(RunEnd::kFailed);
-}
-
 void write_blank_line(int unit) {
   if (unit == kConsole) {
     write_record(unit, "", kNoIoStatus);
   } else {
     write_to_file(unit, "", kNoIoStatus);
   }
+}
+
+void count_error(std::string_view text, int line, int io_status) {
+  issue_message(listing_unit, text, io_status, line);
+  ++error_count;
+}
+
+void count_error_at(int column, std::string_view text) {
+  issue_pointed_message(listing_unit, text, column);
+  ++error_count;
+}
+
+void count_written_error() { ++error_count; }
+
+void stop_run(int unit, std::string_view text, Stop stop, int line, int io_status) {
+  issue_message(unit, text, io_status, line);
+  if (stop == Stop::kWithNotice) stop_with_notice();
+  end_run(RunEnd::kFailed);
+}
+
+void stop_on_console(std::string_view text, int io_status) {
+  stop_run(kConsole, text, Stop::kAtOnce, kNoLine, io_status);
+}
+
+void stop_with_listing(std::string_view text, int line, int io_status) {
+  stop_run(listing_unit, text, Stop::kWithNotice, line, io_status);
+}
+
+void stop_with_listing_at(int column, std::string_view text) {
+  issue_pointed_message(listing_unit, text, column);
+  stop_with_notice();
+}
+
+void stop_with_notice() {
+  issue_message(kConsole, "Errors detected. See listing");
+  end_run(RunEnd::kFailed);
 }
 
 void reset_messages() {

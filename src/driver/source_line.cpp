@@ -61,11 +61,11 @@ int read_source_line(int unit) {
   if (status == ReadStatus::kError) {
     source_line.failure = file_on(unit).io_status();
     if (unit != kProgramUnit) return kEndOfText;
-    stop_run(kConsole, "%fat- Read error. File <zrvdat>", source_line.failure, Stop::kAtOnce);
+    stop_on_console("%fat- Read error. File <zrvdat>", source_line.failure);
   }
   if (source_line.list_to == 0) return source_line.length;
   if (source_line.number > kMaxSourceLines) {
-    stop_run(kConsole, "%fat- Input file has more then 99999 lines", kNoIoStatus, Stop::kAtOnce);
+    stop_on_console("%fat- Input file has more then 99999 lines");
   }
   list_line();
   return source_line.length;
@@ -90,7 +90,7 @@ void return_to(int unit, int line, int column) {
       stop_with_listing("%fat- I/O error. File <zrvdat>", kNoLine, file.io_status());
     }
     if (status == ReadStatus::kEnd) {
-      stop_on_inconsistency("%dbg- Premature End_of_File. u16pxy");
+      stop_on_console("%dbg- Premature End_of_File. u16pxy");
     }
   }
   go_back_to(column);

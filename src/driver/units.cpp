@@ -85,10 +85,9 @@ void open_file(int unit, std::string_view code, std::string_view name, TextFile 
   const bool scratch = opening == Opening::kScratch;
   File& file = file_on(unit);
   if (const int status = open_as(file, file_name, opening, text_file); status != 0) {
-    stop_run(kConsole,
-             scratch ? std::string("%fat- Open error. Scratch file")
-                     : message("%fat- Open error. File ", file_name),
-             status, Stop::kAtOnce);
+    stop_on_console(scratch ? std::string("%fat- Open error. Scratch file")
+                            : message("%fat- Open error. File ", file_name),
+                    status);
   }
   write_error_subjects[static_cast<std::size_t>(unit)] =
       scratch ? std::string("Scratch file") : message("File <", file_name, ">");

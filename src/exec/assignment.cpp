@@ -9,10 +9,10 @@
 
 #include "driver/messages.h"
 #include "driver/text.h"
-#include "exec/evaluation_stack.h"
 #include "exec/evaluator.h"
-#include "exec/run_state.h"
-#include "lang/code_store.h"
+#include "exec/values/evaluation_stack.h"
+#include "exec/values/run_state.h"
+#include "lang/code/code_store.h"
 #include "stores/notkeys.h"
 
 namespace zorvik {

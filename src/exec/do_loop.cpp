@@ -1,26 +1,23 @@
-// The loop record belongs to the five words that a DO reserves behind its bounds: the body begins
-// just after them, so an ENDDO, which knows the body, finds the record.
+// A DO evaluates its variable, initial value, limit and step in the order of the text and enters
+// its body or goes on behind the matching ENDDO. An ENDDO counts on what the DO has noted.
 #include "exec/do_loop.h"
 
 #include <algorithm>
 #include <cstdint>
 
-#include "driver/language_tables.h"
 #include "driver/messages.h"
 #include "driver/number_format.h"
 #include "driver/text.h"
-#include "exec/evaluation_stack.h"
 #include "exec/evaluator.h"
-#include "exec/run_state.h"
-#include "lang/code_store.h"
+#include "exec/values/evaluation_stack.h"
+#include "exec/values/loop_record.h"
+#include "exec/values/run_state.h"
+#include "lang/code/code_store.h"
 #include "stores/notkeys.h"
+#include "stores/value_types.h"
 
 namespace zorvik {
 namespace {
-
-// By position of the first reserved word divided by their number: no two DOs share an entry. The
-// code's own words are 32 bits wide, and counts may be larger.
-LoopRecord loop_records[kCodeCapacity / kLoopRecordWords + 1];
 
 [[noreturn]] void stop_on_loop(std::string_view text) {
   issue_message(listing_unit, text);
@@ -71,21 +68,6 @@ std::int64_t loop_value(int& position, std::string_view what) {
 }
 
 }  // namespace
-
-LoopRecord& loop_record_before(int body) {
-  return loop_records[(body - kLoopRecordWords) / kLoopRecordWords];
-}
-
-bool loop_continues(const LoopRecord& record) {
-  return record.step >= 1 ? record.current <= record.limit : record.current >= record.limit;
-}
-
-bool advance_loop(LoopRecord& record) {
-  record.current += record.step;
-  const bool again = loop_continues(record);
-  *record.variable = static_cast<double>(again ? record.current : record.initial);
-  return again;
-}
 
 int execute_do(int position) {
   constexpr std::string_view kBound = "Bound value of loop variable or step";

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
-#include "exec/evaluation_stack.h"
-#include "exec/functions.h"
+#include "exec/functions/functions.h"
 #include "exec/operators.h"
-#include "exec/run_state.h"
-#include "lang/code_store.h"
-#include "lang/constant_pool.h"
+#include "exec/values/evaluation_stack.h"
+#include "exec/values/run_state.h"
+#include "lang/code/code_store.h"
+#include "lang/code/constant_pool.h"
 
 namespace zorvik {
 namespace {

@@ -2,7 +2,7 @@
 #ifndef ZORVIK_EXEC_EVALUATOR_H_
 #define ZORVIK_EXEC_EVALUATOR_H_
 
-#include "exec/variables.h"
+#include "exec/values/variables.h"
 
 namespace zorvik {
 

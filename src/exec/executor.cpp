@@ -6,13 +6,13 @@
 #include "driver/run_end.h"
 #include "driver/text.h"
 #include "exec/assignment.h"
-#include "exec/decoded_program.h"
+#include "exec/decoded/decoded_program.h"
 #include "exec/do_loop.h"
-#include "exec/evaluation_stack.h"
 #include "exec/evaluator.h"
 #include "exec/output_statement.h"
-#include "exec/run_state.h"
-#include "lang/code_store.h"
+#include "exec/values/evaluation_stack.h"
+#include "exec/values/run_state.h"
+#include "lang/code/code_store.h"
 #include "results/results_reader.h"
 #include "stores/results_store.h"
 
@@ -119,7 +119,7 @@ class Executor {
     const bool in_output = run_state.context == Context::kOutput;
     issue_message(-listing_unit,
                   message("STOP executed in ", in_output ? "OUTPUT " : "", run_state.name),
-                  kNoIoStatus, Stop::kNone, evaluation.line);
+                  kNoIoStatus, evaluation.line);
     end_run(RunEnd::kNormal);
   }
 
@@ -127,14 +127,14 @@ class Executor {
     const std::string_view routine = run_state.context == Context::kMain    ? "S9XMA3"
                                      : run_state.context == Context::kBlock ? "U9XBE3"
                                                                             : "U9XOU3";
-    stop_on_inconsistency(message("%dbg- ", routine, ": Invalid code = ", code));
+    stop_on_console(message("%dbg- ", routine, ": Invalid code = ", code));
   }
 
   void call(int procedure) {
     if (depth_ == kMaxCalls) {
       stop_run(-listing_unit,
                message("%fat- Call stack is full. See OUT ", procedure_name(procedure)),
-               kNoIoStatus, Stop::kWithNotice, evaluation.line);
+               Stop::kWithNotice, evaluation.line);
     }
     calls_[++depth_] = {run_state.position + kPairWords, run_state.procedure};
     jumps_[depth_] = 0;

@@ -1,14 +1,12 @@
 #include "exec/operators.h"
 
-#include <cmath>
-#include <cstdint>
-
-#include "driver/language_tables.h"
 #include "driver/messages.h"
 #include "driver/number_format.h"
 #include "driver/text.h"
-#include "exec/evaluation_stack.h"
-#include "exec/run_state.h"
+#include "exec/values/evaluation_stack.h"
+#include "exec/values/run_state.h"
+#include "exec/values/scalar_operations.h"
+#include "lang/text/language_tables.h"
 
 namespace zorvik {
 namespace {
@@ -23,17 +21,6 @@ int range_error() {
   issue_message(listing_unit, "%err- Error in operation \":\". Operand(s)");
   issue_message(listing_unit, "      not integer or <=0 or 1st_operand > 2nd");
   return kOperandError;
-}
-
-// base raised to a whole power by repeated multiplication, squaring on the way.
-double whole_power(double base, double exponent) {
-  double result = 1.0;
-  for (double rest = std::fabs(exponent); rest >= 1.0; rest = std::floor(rest / 2.0)) {
-    if (std::fmod(rest, 2.0) == 1.0) result *= base;
-    base *= base;
-    if (!std::isfinite(rest)) return NAN;
-  }
-  return exponent < 0.0 ? 1.0 / result : result;
 }
 
 bool is_comparison(int code) {
@@ -109,7 +96,7 @@ int apply_to_scalars(int code, const StackEntry& left, const StackEntry& right) 
     case kPower:
       break;
     default:
-      stop_on_inconsistency("dbg%- Unrecognized binary operation");
+      stop_on_console("dbg%- Unrecognized binary operation");
   }
   const bool integer = left.base_type == kInteger && right.base_type == kInteger;
   const double result = arithmetic(code, a, b, right.base_type == kInteger, integer);
@@ -152,7 +139,7 @@ int apply_unary(int code) {
   } else if (code == kNot) {
     replace_by_scalar(1, kInteger, *values == 0.0 ? 1.0 : 0.0);
   } else if (!is_sign) {
-    stop_on_inconsistency("dbg%- Unrecognized unary operation");
+    stop_on_console("dbg%- Unrecognized unary operation");
   }
   return 0;
 }
@@ -161,32 +148,6 @@ int apply_unary(int code) {
 
 int apply_operator(int code, int operands) {
   return operands == 1 ? apply_unary(code) : apply_binary(code);
-}
-
-double divide(double left, double right, bool integer) {
-  if (!integer) {
-    if (std::fabs(right) < kSmallestDivisor) {
-      stop_at_statement("%fat- Floating divide by zero");
-    }
-    return left / right;
-  }
-  const double a = round_half_away(left), b = round_half_away(right);
-  if (b == 0.0) stop_at_statement("%fat- Integer divide by zero");
-  constexpr double kExact = 9.0e18;
-  if (std::fabs(a) < kExact && std::fabs(b) < kExact) {
-    return static_cast<double>(static_cast<std::int64_t>(a) / static_cast<std::int64_t>(b));
-  }
-  return std::trunc(a / b);
-}
-
-double raise_to_power(double left, double right, bool integer_exponent, bool integer_result) {
-  if (!integer_exponent) return std::pow(left, right);
-  const double exponent = round_half_away(right);
-  if (left == 0.0 && exponent < 0.0) {
-    stop_at_statement(integer_result ? "%fat- Integer divide by zero"
-                                     : "%fat- Floating divide by zero");
-  }
-  return whole_power(left, exponent);
 }
 
 }  // namespace zorvik

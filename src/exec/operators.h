@@ -11,11 +11,6 @@ constexpr int kOperandError = -1;
 // "%err- Error in operation ":". Operand(s)" with a second line. Division by zero ends the run.
 int apply_operator(int code, int operands);
 
-// Arithmetic on two scalars, shared with whatever evaluates statements in another form. Integer
-// results are rounded by the caller; a zero divisor ends the run.
-double divide(double left, double right, bool integer);
-double raise_to_power(double left, double right, bool integer_exponent, bool integer_result);
-
 }  // namespace zorvik
 
 #endif  // ZORVIK_EXEC_OPERATORS_H_

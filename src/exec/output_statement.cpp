@@ -6,9 +6,9 @@
 #include "driver/number_format.h"
 #include "driver/text.h"
 #include "driver/units.h"
-#include "exec/evaluation_stack.h"
 #include "exec/evaluator.h"
-#include "exec/run_state.h"
+#include "exec/values/evaluation_stack.h"
+#include "exec/values/run_state.h"
 #include "stores/keys.h"
 
 namespace zorvik {
@@ -71,8 +71,8 @@ class LineWriter {
   void write_line(std::string_view line) const {
     const int status = file_on(unit_).write_line({}, line);
     if (status == 0) return;
-    stop_run(-listing_unit, message("%fat- Write error. Procedure ", run_state.name), status,
-             Stop::kWithNotice, evaluation.line);
+    stop_run(-listing_unit, message("%fat- Write error. Procedure ", run_state.name),
+             Stop::kWithNotice, evaluation.line, status);
   }
 
   int unit_;

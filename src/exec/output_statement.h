@@ -2,7 +2,7 @@
 #ifndef ZORVIK_EXEC_OUTPUT_STATEMENT_H_
 #define ZORVIK_EXEC_OUTPUT_STATEMENT_H_
 
-#include "lang/code_store.h"
+#include "lang/code/code_store.h"
 
 namespace zorvik {
 

@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <string>
 
-#include "driver/language_tables.h"
 #include "driver/messages.h"
 #include "driver/units.h"
 #include "results/record_plan.h"
 #include "results/results_variables.h"
 #include "stores/keys.h"
 #include "stores/notkeys.h"
+#include "stores/value_types.h"
 
 namespace zorvik {
 
@@ -32,18 +32,15 @@ void stop_on_bad_header(HeaderStatus status) {
     case HeaderStatus::kOk:
       return;
     case HeaderStatus::kReadError:
-      stop_run(kConsole, "%fat- Read error. File <vnxres>", file_on(kResultsUnit).io_status(),
-               Stop::kAtOnce);
+      stop_on_console("%fat- Read error. File <vnxres>", file_on(kResultsUnit).io_status());
     case HeaderStatus::kEnd:
-      stop_run(kConsole, "%fat- Premature End_of_file detected. File <vnxres>", kNoIoStatus,
-               Stop::kAtOnce);
+      stop_on_console("%fat- Premature End_of_file detected. File <vnxres>");
     case HeaderStatus::kInvalid:
-      stop_run(kConsole, "%fat- Invalid header. File <vnxres>", kNoIoStatus, Stop::kAtOnce);
+      stop_on_console("%fat- Invalid header. File <vnxres>");
     case HeaderStatus::kTooLarge:
-      stop_run(kConsole, "%fat- Header is too large. File <vnxres>", kNoIoStatus, Stop::kAtOnce);
+      stop_on_console("%fat- Header is too large. File <vnxres>");
     case HeaderStatus::kCatalogueFull:
-      stop_run(kConsole, "%fat- Space is full. Increase parametermaxOUT in VARNOX utility",
-               kNoIoStatus, Stop::kAtOnce);
+      stop_on_console("%fat- Space is full. Increase parametermaxOUT in VARNOX utility");
   }
 }
 

@@ -3,7 +3,7 @@
 #include "driver/messages.h"
 #include "driver/text.h"
 #include "driver/units.h"
-#include "lang/lexer.h"
+#include "lang/text/lexer.h"
 
 namespace zorvik {
 namespace {

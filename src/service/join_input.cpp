@@ -109,9 +109,9 @@ void compare_headers(JoinInput& earlier, JoinInput& later) {
 
 void count_records(JoinInput& input) {
   const std::int64_t size = input.file.size();
-  if (size < 0) refuse_record(input, ReadStatus::kError);
+  if (size < 0) stop_on_record(input, ReadStatus::kError);
   const std::int64_t bytes = std::max<std::int64_t>(size - input.header_bytes, 0);
-  if (bytes % input.record_bytes != 0) refuse_record(input, ReadStatus::kCut);
+  if (bytes % input.record_bytes != 0) stop_on_record(input, ReadStatus::kCut);
   input.records = bytes / input.record_bytes;
   if (input.records == 0) {
     stop_with_listing(message("%fat- ", input.ordinal, " file in SCMD2 has no records"));
@@ -124,18 +124,17 @@ double time_of_record(JoinInput& input, std::int64_t record) {
   double time = 0.0;
   const ReadStatus status =
       input.file.read_at(input.offset_of(record) + extended_bytes, &time, sizeof time);
-  if (status != ReadStatus::kOk) refuse_record(input, status);
+  if (status != ReadStatus::kOk) stop_on_record(input, status);
   return time;
 }
 
-void refuse_record(JoinInput& input, ReadStatus status) {
+void stop_on_record(JoinInput& input, ReadStatus status) {
   if (status == ReadStatus::kError) {
-    stop_run(kConsole, message("%fat- Read error.", input.ordinal, " file in SCMD2"),
-             input.file.io_status(), Stop::kAtOnce);
+    stop_on_console(message("%fat- Read error.", input.ordinal, " file in SCMD2"),
+                    input.file.io_status());
   }
-  stop_run(kConsole,
-           message("%fat- Premature End_of_file detected.", input.ordinal, " file in SCMD2"),
-           kNoIoStatus, Stop::kAtOnce);
+  stop_on_console(
+      message("%fat- Premature End_of_file detected.", input.ordinal, " file in SCMD2"));
 }
 
 }  // namespace zorvik

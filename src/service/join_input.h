@@ -38,7 +38,7 @@ void count_records(JoinInput& input);
 double time_of_record(JoinInput& input, std::int64_t record);
 
 // A failed read of a record ends the run, on the console.
-[[noreturn]] void refuse_record(JoinInput& input, ReadStatus status);
+[[noreturn]] void stop_on_record(JoinInput& input, ReadStatus status);
 
 }  // namespace zorvik
 

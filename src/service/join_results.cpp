@@ -32,8 +32,8 @@ struct Joint {
   double base_time;         // of the last record of the former with overlap, else of the latter
 };
 
-[[noreturn]] void refuse_times(std::string_view one, double first, std::string_view other,
-                               double second, std::string_view relation) {
+[[noreturn]] void stop_on_times(std::string_view one, double first, std::string_view other,
+                                double second, std::string_view relation) {
   constexpr std::string_view kIndent = "                 ";
   issue_message(listing_unit, message("%fat- See SCMD2. Time ", one, " is ", format_real(first)));
   issue_message(listing_unit, message(kIndent, "Time ", other, " is ", format_real(second)));
@@ -56,21 +56,21 @@ TimePoints read_time_points(JoinInput& earlier, JoinInput& later, JoinMode mode)
 
 void check_times(const TimePoints& t, JoinMode mode) {
   if (t.t2b > t.t3b) {
-    refuse_times("T2B of 1st record of 2nd file", t.t2b, "T3B of 1st record of 3rd file", t.t3b,
-                 "T2B > T3B");
+    stop_on_times("T2B of 1st record of 2nd file", t.t2b, "T3B of 1st record of 3rd file", t.t3b,
+                  "T2B > T3B");
   }
   if (mode == JoinMode::kReplace && t.t3b - t.t2e > t.junction_step) {
-    refuse_times("T2E of last record of 2nd file", t.t2e, "T3B of last record of 3rd file", t.t3b,
-                 message("(T3B - T2E) > ", format_real(t.junction_step)));
+    stop_on_times("T2E of last record of 2nd file", t.t2e, "T3B of last record of 3rd file", t.t3b,
+                  message("(T3B - T2E) > ", format_real(t.junction_step)));
   }
   if (t.overlap) {
     if (!(std::fabs(t.t2b - t.t3b) > kEqualTimes)) {
-      refuse_times("T2B of 1st record of 2nd file", t.t2b, "T3B of 2st record of 3rd file", t.t3b,
-                   "abs(T2b-T3b) <= 0.5e-5");
+      stop_on_times("T2B of 1st record of 2nd file", t.t2b, "T3B of 2st record of 3rd file", t.t3b,
+                    "abs(T2b-T3b) <= 0.5e-5");
     }
   } else if (!(t.t3e > t.t2e + kEqualTimes)) {
-    refuse_times("T2E of last record of 2nd file", t.t2e, "T3E of last record of 3rd file", t.t3e,
-                 "T3E <= T2E+0.5e-5");
+    stop_on_times("T2E of last record of 2nd file", t.t2e, "T3E of last record of 3rd file", t.t3e,
+                  "T3E <= T2E+0.5e-5");
   }
 }
 
@@ -86,12 +86,12 @@ Joint find_joint(JoinInput& earlier, JoinInput& later, const TimePoints& t) {
   if (t.overlap) {
     const std::int64_t kept =
         first_record(earlier, [&](double time) { return time + kEqualTimes > t.t3b; }) - 1;
-    if (kept == 0) stop_on_inconsistency("%dbg-U9CONR: L22=0");
+    if (kept == 0) stop_on_console("%dbg-U9CONR: L22=0");
     return {kept, 1, time_of_record(earlier, kept)};
   }
   const std::int64_t first =
       first_record(later, [&](double time) { return time > t.t2e + kEqualTimes; });
-  if (first > later.records) stop_on_inconsistency("%dbg-U9CONR: L33=0");
+  if (first > later.records) stop_on_console("%dbg-U9CONR: L33=0");
   return {earlier.records, first, time_of_record(later, first)};
 }
 
@@ -107,9 +107,9 @@ void undo(Output& output) {
   output.file.close();
 }
 
-[[noreturn]] void refuse_write(Output& output, int status) {
+[[noreturn]] void stop_on_failed_write(Output& output, int status) {
   undo(output);
-  stop_run(kConsole, "%fat- Write error. 1st  file in SCMD2", status, Stop::kAtOnce);
+  stop_on_console("%fat- Write error. 1st  file in SCMD2", status);
 }
 
 // Copies the bytes from `first` up to `end` of the input.
@@ -121,10 +121,10 @@ void copy_bytes(JoinInput& input, std::int64_t first, std::int64_t end, Output& 
     const ReadStatus read = input.file.read_at(place, buffer, bytes);
     if (read != ReadStatus::kOk) {
       undo(output);
-      refuse_record(input, read);
+      stop_on_record(input, read);
     }
     if (const int status = output.file.write(buffer, bytes); status != 0) {
-      refuse_write(output, status);
+      stop_on_failed_write(output, status);
     }
     place += static_cast<std::int64_t>(bytes);
   }
@@ -144,12 +144,13 @@ void write_output(const JoinCommand& command, JoinInput& earlier, JoinInput& lat
   Output output{append ? earlier.file : file_on(kJoinedResultsUnit), command.output(),
                 append ? taken : 0};
   if (append) {
-    if (const int status = output.file.seek(taken); status != 0) refuse_write(output, status);
+    if (const int status = output.file.seek(taken); status != 0)
+      stop_on_failed_write(output, status);
   } else {
     copy_bytes(earlier, 0, taken, output);
   }
   copy_bytes(later, later.offset_of(joint.from_later), later.offset_of(later.records + 1), output);
-  if (const int status = output.file.flush(); status != 0) refuse_write(output, status);
+  if (const int status = output.file.flush(); status != 0) stop_on_failed_write(output, status);
   close_by_name(output.file, output.name);
   if (!append) close_by_name(earlier.file, earlier.name);
   close_by_name(later.file, later.name);

@@ -9,8 +9,8 @@
 #include "driver/messages.h"
 #include "driver/text.h"
 #include "driver/units.h"
-#include "service/refusal.h"
 #include "service/save_file.h"
+#include "service/stop_command.h"
 
 namespace zorvik {
 namespace {
@@ -18,41 +18,41 @@ namespace {
 constexpr std::string_view kSaveName = "File <vnxsav>";
 constexpr std::string_view kScratchName = "Scratch file";
 
-[[noreturn]] void refuse_keep(std::string_view what, int io_status = kNoIoStatus) {
-  refuse(what, "      Utility can not execute command KEEP. Function SCMD2", io_status);
+[[noreturn]] void stop_keep(std::string_view what, int io_status = kNoIoStatus) {
+  stop_command(what, "      Utility can not execute command KEEP. Function SCMD2", io_status);
 }
 
-[[noreturn]] void refuse_for_io(int io_status = kNoIoStatus) {
-  refuse_keep("%fat- I/O error detected during KEEP operation. File <vnxsav>", io_status);
+[[noreturn]] void stop_for_io(int io_status = kNoIoStatus) {
+  stop_keep("%fat- I/O error detected during KEEP operation. File <vnxsav>", io_status);
 }
 
 void read_control_structures(File& save, SaveCounts& counts) {
   if (scan_save_part(save, SavePart::kControlStructures, counts) != ScanStatus::kOk) {
-    refuse_keep("%fat- Control structures in <vnxsav> are invalid");
+    stop_keep("%fat- Control structures in <vnxsav> are invalid");
   }
 }
 
 void start_again(File& save, SaveCounts& counts) {
-  if (const int status = save.rewind(); status != 0) refuse_for_io(status);
+  if (const int status = save.rewind(); status != 0) stop_for_io(status);
   read_control_structures(save, counts);
 }
 
 void close_save_file(File& save) {
   if (const int status = save.close(); status != 0) {
-    refuse_keep("%fat- Close error detected during KEEP operation. File <vnxsav>", status);
+    stop_keep("%fat- Close error detected during KEEP operation. File <vnxsav>", status);
   }
 }
 
 // Counts the records; refuses when one is damaged or one that is not there is chosen.
 std::int64_t check_records(File& save, SaveCounts& counts, std::int32_t last_chosen) {
   std::int64_t records = 0;
-  if (scan_records(save, counts, records) != ScanStatus::kEnd) refuse_for_io();
+  if (scan_records(save, counts, records) != ScanStatus::kEnd) stop_for_io();
   if (records == 0) {
-    refuse_keep("%fat- Number of records in <vnxsav> is 0. Only control structures are present");
+    stop_keep("%fat- Number of records in <vnxsav> is 0. Only control structures are present");
   }
   if (last_chosen > records) {
-    refuse(message("%fat- Number of records in <vnxsav> NR = ", records),
-           "      2nd argument of SCMD2 contains values > NR");
+    stop_command(message("%fat- Number of records in <vnxsav> NR = ", records),
+                 "      2nd argument of SCMD2 contains values > NR");
   }
   return records;
 }
@@ -63,7 +63,7 @@ std::int64_t copy_to_scratch(File& save, File& scratch, SaveCounts& counts,
   std::int64_t bytes = 0;
   std::int32_t position = 1, kept = 0;
   for (const std::int32_t wanted : chosen) {
-    if (!skip_records(save, counts, wanted - position)) refuse_for_io();
+    if (!skip_records(save, counts, wanted - position)) stop_for_io();
     const std::int64_t start = save.position();
     copy_save_record({save, kSaveName}, {scratch, kScratchName}, counts, ++kept);
     bytes += save.position() - start;
@@ -76,17 +76,17 @@ std::int64_t copy_to_scratch(File& save, File& scratch, SaveCounts& counts,
 // rewinds it.
 void check_scratch(File& scratch, SaveCounts counts, std::int64_t records, std::int64_t bytes) {
   const SaveStream target{scratch, kScratchName};
-  if (const int status = scratch.flush(); status != 0) refuse_write(target, status);
+  if (const int status = scratch.flush(); status != 0) stop_on_failed_write(target, status);
   if (const int status = scratch.rewind(); status != 0) {
-    refuse_keep("%fat- Rewind error detected during KEEP operation. Scratch file", status);
+    stop_keep("%fat- Rewind error detected during KEEP operation. Scratch file", status);
   }
   std::int64_t complete = 0;
   const ScanStatus end = scan_records(scratch, counts, complete);
   if (end != ScanStatus::kEnd || complete != records || scratch.position() != bytes) {
-    refuse_write(target, scratch.io_status());
+    stop_on_failed_write(target, scratch.io_status());
   }
   if (const int status = scratch.rewind(); status != 0) {
-    refuse_keep("%fat- Rewind error detected during KEEP operation. Scratch file", status);
+    stop_keep("%fat- Rewind error detected during KEEP operation. Scratch file", status);
   }
 }
 
@@ -102,9 +102,9 @@ std::int64_t leading_records(std::span<const std::int32_t> chosen) {
 // Ends the save file behind its first `records` records; returns its new size.
 std::int64_t cut_save_file(File& save, SaveCounts& counts, std::int64_t records) {
   start_again(save, counts);
-  if (!skip_records(save, counts, records)) refuse_for_io();
+  if (!skip_records(save, counts, records)) stop_for_io();
   const std::int64_t end = save.position();
-  if (const int status = save.truncate_here(); status != 0) refuse_for_io(status);
+  if (const int status = save.truncate_here(); status != 0) stop_for_io(status);
   close_save_file(save);
   open_save_file();
   read_control_structures(save, counts);
@@ -129,7 +129,7 @@ void keep_records(std::span<const std::int32_t> chosen) {
   target.whole_until = cut_save_file(save, counts, leading_records(chosen));
   for (std::int32_t number = 1; number <= kept; ++number) {
     copy_save_record({scratch, kScratchName}, target, counts, number);
-    if (const int status = save.flush(); status != 0) refuse_write(target, status);
+    if (const int status = save.flush(); status != 0) stop_on_failed_write(target, status);
     target.whole_until = std::max(target.whole_until, save.position());
   }
   close_save_file(save);

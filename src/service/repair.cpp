@@ -13,7 +13,7 @@ namespace zorvik {
 namespace {
 
 // The I/O status goes with the second line here.
-[[noreturn]] void refuse_repair(std::string_view what, int io_status = kNoIoStatus) {
+[[noreturn]] void stop_repair(std::string_view what, int io_status = kNoIoStatus) {
   issue_message(listing_unit, what);
   stop_with_listing("      Utility can not repair this file", kNoLine, io_status);
 }
@@ -24,24 +24,24 @@ std::string during_repair(std::string_view what, std::string_view name) {
 
 void close_in_repair(File& file, std::string_view name) {
   if (const int status = file.close(); status != 0) {
-    refuse_repair(during_repair("Close error", name), status);
+    stop_repair(during_repair("Close error", name), status);
   }
 }
 
 void end_file_here(File& file, std::string_view name) {
   if (const int status = file.truncate_here(); status != 0) {
-    refuse_repair(during_repair("ENDFILE error", name), status);
+    stop_repair(during_repair("ENDFILE error", name), status);
   }
 }
 
-[[noreturn]] void refuse_without_records(std::string_view name) {
-  refuse_repair(message("%fat- File ", name, " has not valid records except control structures"));
+[[noreturn]] void stop_without_records(std::string_view name) {
+  stop_repair(message("%fat- File ", name, " has not valid records except control structures"));
 }
 
 File& open_at_records(SaveCounts& counts) {
   File& save = open_save_file();
   if (scan_save_part(save, SavePart::kControlStructures, counts) != ScanStatus::kOk) {
-    refuse_repair("%fat- Control structures in <vnxsav> are invalid");
+    stop_repair("%fat- Control structures in <vnxsav> are invalid");
   }
   return save;
 }
@@ -54,16 +54,16 @@ File& open_results(ResultsHeader& header) {
     case HeaderStatus::kOk:
       return results;
     case HeaderStatus::kReadError:
-      refuse_repair("%fat- Read error during REPAIR operation. File <vnxres>", results.io_status());
+      stop_repair("%fat- Read error during REPAIR operation. File <vnxres>", results.io_status());
     case HeaderStatus::kEnd:
-      refuse_repair(during_repair("Premature end of file", "<vnxres>"));
+      stop_repair(during_repair("Premature end of file", "<vnxres>"));
     case HeaderStatus::kInvalid:
-      refuse_repair("%fat- Invalid header. File <vnxres>");
+      stop_repair("%fat- Invalid header. File <vnxres>");
     case HeaderStatus::kTooLarge:
     case HeaderStatus::kCatalogueFull:
       break;
   }
-  refuse_repair("%fat- Header is too large. File <vnxres>");
+  stop_repair("%fat- Header is too large. File <vnxres>");
 }
 
 }  // namespace
@@ -77,9 +77,9 @@ void repair_save_file() {
     end_run(RunEnd::kNormal);
   }
   close_in_repair(save, "<vnxsav>");
-  if (records == 0) refuse_without_records("<vnxsav>");
+  if (records == 0) stop_without_records("<vnxsav>");
   open_at_records(counts);
-  if (!skip_records(save, counts, records)) refuse_repair(during_repair("I/O error", "<vnxsav>"));
+  if (!skip_records(save, counts, records)) stop_repair(during_repair("I/O error", "<vnxsav>"));
   end_file_here(save, "<vnxsav>");
   close_in_repair(save, "<vnxsav>");
   issue_message(listing_unit, "%inf- File <vnxsav> repaired");
@@ -92,7 +92,7 @@ void repair_results_file() {
   File& results = open_results(header);
   const std::int64_t size = results.size();
   if (size < 0) {
-    refuse_repair("%fat- Read error during REPAIR operation. File <vnxres>", results.io_status());
+    stop_repair("%fat- Read error during REPAIR operation. File <vnxres>", results.io_status());
   }
   const std::int64_t header_bytes = results.position();
   const std::int64_t record_bytes =
@@ -105,10 +105,10 @@ void repair_results_file() {
   }
   if (records == 0) {
     close_in_repair(results, "<vnxres>");
-    refuse_without_records("<vnxres>");
+    stop_without_records("<vnxres>");
   }
   if (const int status = results.seek(good_bytes); status != 0) {
-    refuse_repair("%fat- Read error during REPAIR operation. File <vnxres>", status);
+    stop_repair("%fat- Read error during REPAIR operation. File <vnxres>", status);
   }
   end_file_here(results, "<vnxres>");
   issue_message(listing_unit, "%inf- File <vnxres> repaired");

@@ -8,7 +8,7 @@
 #include "driver/text.h"
 #include "driver/units.h"
 #include "results/header.h"
-#include "service/refusal.h"
+#include "service/stop_command.h"
 #include "service/text_reader.h"
 #include "service/text_writer.h"
 
@@ -49,8 +49,8 @@ std::string_view fault_of(HeaderStatus status) {
 
 // ---- TO_TEXT
 
-[[noreturn]] void refuse_to_text(std::string_view what, int io_status = kNoIoStatus) {
-  refuse(what, kToTextConsequence, io_status);
+[[noreturn]] void stop_to_text(std::string_view what, int io_status = kNoIoStatus) {
+  stop_command(what, kToTextConsequence, io_status);
 }
 
 std::string during_to_text(std::string_view what, std::string_view name) {
@@ -59,19 +59,19 @@ std::string during_to_text(std::string_view what, std::string_view name) {
 
 void close_after_to_text(File& file, std::string_view name) {
   if (const int status = file.close(); status != 0) {
-    refuse_to_text(during_to_text("Close error detected", name), status);
+    stop_to_text(during_to_text("Close error detected", name), status);
   }
 }
 
-[[noreturn]] void refuse_header(HeaderStatus status, HeaderGroup group, const File& results) {
+[[noreturn]] void stop_on_header(HeaderStatus status, HeaderGroup group, const File& results) {
   switch (status) {
     case HeaderStatus::kReadError:
-      refuse_to_text(during_to_text("Read error", "<vnxres>"), results.io_status());
+      stop_to_text(during_to_text("Read error", "<vnxres>"), results.io_status());
     case HeaderStatus::kEnd:
       if (group == kSizes) stop_with_listing(kToTextConsequence);
-      refuse_to_text(during_to_text("Premature EOF detected", "<vnxres>"));
+      stop_to_text(during_to_text("Premature EOF detected", "<vnxres>"));
     default:
-      refuse_to_text(message(fault_of(status), "<vnxres>"));
+      stop_to_text(message(fault_of(status), "<vnxres>"));
   }
 }
 
@@ -79,9 +79,9 @@ void read_and_check(File& results, HeaderGroup group) {
   const HeaderStatus status = read_group(results, header, group);
   const bool judged = status == HeaderStatus::kOk || status == HeaderStatus::kTooLarge;
   if (group == kSizes && judged && header.nt() > kTitleColumns) {
-    refuse_to_text("%fat- Title is longer than 100 characters. File <vnxres>");
+    stop_to_text("%fat- Title is longer than 100 characters. File <vnxres>");
   }
-  if (status != HeaderStatus::kOk) refuse_header(status, group, results);
+  if (status != HeaderStatus::kOk) stop_on_header(status, group, results);
 }
 
 void write_as_text(TextWriter& text, const HeaderItems& items) {
@@ -117,7 +117,7 @@ bool write_record_as_text(File& results, TextWriter& text, bool must_exist) {
       const ReadStatus status =
           results.read(block, static_cast<std::size_t>(count) * sizeof(double));
       if (status == ReadStatus::kError) {
-        refuse_to_text(during_to_text("Read error", "<vnxres>"), results.io_status());
+        stop_to_text(during_to_text("Read error", "<vnxres>"), results.io_status());
       }
       if (status == ReadStatus::kEnd && !any && !must_exist) {
         at_end = true;
@@ -141,13 +141,13 @@ bool write_record_as_text(File& results, TextWriter& text, bool must_exist) {
 
 void check_from_text(TextReader& text, HeaderGroup group) {
   const HeaderStatus status = check_group(header, group);
-  if (status != HeaderStatus::kOk) text.refuse(message(fault_of(status), kForm.text_name));
+  if (status != HeaderStatus::kOk) text.stop(message(fault_of(status), kForm.text_name));
 }
 
 void read_title(TextReader& text, std::span<char> title) {
   text.marker(kTextBegin);
   const std::string_view line = text.whole_line(kTitleColumns);
-  if (line.size() != title.size() + 2) text.refuse_line();
+  if (line.size() != title.size() + 2) text.stop_on_line();
   std::copy_n(line.data() + 1, title.size(), title.data());
   text.marker(kTextEnd);
 }
@@ -196,7 +196,7 @@ void read_record(TextReader& text) {
 
 void close_after_from_text(File& file, std::string_view name) {
   if (const int status = file.close(); status != 0) {
-    refuse(
+    stop_command(
         message("%fat- Close error detected during \"FROM_TEXT RESULTS\" operation. File ", name),
         kForm.consequence, status, source_line.number);
   }

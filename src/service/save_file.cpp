@@ -6,7 +6,7 @@
 #include "driver/text.h"
 #include "driver/units.h"
 #include "service/line_packer.h"
-#include "service/refusal.h"
+#include "service/stop_command.h"
 
 namespace zorvik {
 namespace {
@@ -91,7 +91,7 @@ class Copier : public FieldTaker {
     const void* from = field.keeps == SaveCount::kNsaves ? &new_number_ : slice;
     const auto bytes = static_cast<std::size_t>(count * bytes_of(items.item));
     if (const int status = target_.file.write(from, bytes); status != 0) {
-      refuse_write(target_, status);
+      stop_on_failed_write(target_, status);
     }
   }
 
@@ -101,12 +101,10 @@ class Copier : public FieldTaker {
 };
 
 ScanStatus report_damage(PartStatus status, const File& file) {
-  ++error_count;
   if (status == PartStatus::kReadError) {
-    issue_message(listing_unit, "%err- Read error. File <vnxsav>", file.io_status());
+    count_error("%err- Read error. File <vnxsav>", kNoLine, file.io_status());
   } else {
-    issue_message(listing_unit,
-                  "%err- Premature End_of_File detected during reading from <vnxsav>");
+    count_error("%err- Premature End_of_File detected during reading from <vnxsav>");
     issue_message(listing_unit, "      May be <vnxsav> is corrupted or not properly closed");
   }
   return ScanStatus::kReported;
@@ -142,7 +140,7 @@ bool skip_records(File& file, SaveCounts& counts, std::int64_t records) {
   return true;
 }
 
-void refuse_write(const SaveStream& target, int status) {
+void stop_on_failed_write(const SaveStream& target, int status) {
   if (target.whole_until >= 0) target.file.cut_back_to(target.whole_until);
   target.file.close();
   stop_with_listing(message("%fat- Write error during KEEP operation. ", target.name), kNoLine,
@@ -169,8 +167,8 @@ void show_save_file(Listing listing) {
     scan_records(file, counts, records, listing);
   }
   if (records == 0) {
-    refuse("%fat- Number of records in <vnxsav> is 0. Only control structures are present",
-           "      Utility can not execute command SHOW. Function SCMD2");
+    stop_command("%fat- Number of records in <vnxsav> is 0. Only control structures are present",
+                 "      Utility can not execute command SHOW. Function SCMD2");
   }
   if (const int status = file.close(); status != 0) {
     stop_with_listing("%fat- Close error. File <vnxsav>", kNoLine, status);

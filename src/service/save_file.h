@@ -53,7 +53,7 @@ void copy_save_record(const SaveStream& source, const SaveStream& target, SaveCo
 
 // Ends the run with "%fat- Write error during KEEP operation. " and the target's name;
 // closes the target.
-[[noreturn]] void refuse_write(const SaveStream& target, int status);
+[[noreturn]] void stop_on_failed_write(const SaveStream& target, int status);
 
 // SHOW SAVING and SHOW EVENTS: lists the save file and ends the run. Refused when the file has no
 // readable record: "%fat- Number of records in <vnxsav> is 0. Only control structures are present"

@@ -167,7 +167,7 @@ void keep_counts(SaveCounts& counts, const SaveField& field, const std::int32_t*
   const int first = static_cast<int>(field.keeps);
   std::copy_n(integers, field.count.in(counts), counts.value + first);
   if (field.keeps == kNnlist && counts[kNnlist] != 0 && counts[kJ0li] > kMaxListIntegers) {
-    stop_on_inconsistency("%dbg- ZRV2:LIST: 5*MXelem>lpres");
+    stop_on_console("%dbg- ZRV2:LIST: 5*MXelem>lpres");
   }
 }
 

@@ -5,8 +5,8 @@
 #include "driver/messages.h"
 #include "driver/text.h"
 #include "driver/units.h"
-#include "service/refusal.h"
 #include "service/save_file.h"
+#include "service/stop_command.h"
 #include "service/text_reader.h"
 #include "service/text_writer.h"
 
@@ -28,17 +28,17 @@ bool is_text(SaveItem item) {
 
 // ---- TO_TEXT
 
-[[noreturn]] void refuse_to_text(std::string_view what, int io_status = kNoIoStatus) {
-  refuse(what, kToTextConsequence, io_status);
+[[noreturn]] void stop_to_text(std::string_view what, int io_status = kNoIoStatus) {
+  stop_command(what, kToTextConsequence, io_status);
 }
 
-[[noreturn]] void refuse_during(std::string_view what, std::string_view name,
-                                int io_status = kNoIoStatus) {
-  refuse_to_text(message("%fat- ", what,
-                         " error detected during \"TO_TEXT SAVING\" operation. "
-                         "File ",
-                         name),
-                 io_status);
+[[noreturn]] void stop_during(std::string_view what, std::string_view name,
+                              int io_status = kNoIoStatus) {
+  stop_to_text(message("%fat- ", what,
+                       " error detected during \"TO_TEXT SAVING\" operation. "
+                       "File ",
+                       name),
+               io_status);
 }
 
 // Writes the fields met on a walk over the save file.
@@ -117,31 +117,31 @@ void write_save_part(SavePart part, File& save, SaveCounts& counts, TextWriter& 
     case PartStatus::kOk:
       return;
     case PartStatus::kReadError:
-      refuse_to_text("%err- Read error. File <vnxsav>", save.io_status());
+      stop_to_text("%err- Read error. File <vnxsav>", save.io_status());
     case PartStatus::kEnd:
     case PartStatus::kCut:
-      refuse_to_text("%err- Premature End_of_File detected during reading from <vnxsav>");
+      stop_to_text("%err- Premature End_of_File detected during reading from <vnxsav>");
   }
 }
 
 // Refuses when the save file has no record `number` or is damaged.
 void check_save_file(File& save, SaveCounts& counts, double number) {
   if (scan_save_part(save, SavePart::kControlStructures, counts) != ScanStatus::kOk) {
-    refuse_to_text("%fat- Control structures in <vnxsav> are invalid");
+    stop_to_text("%fat- Control structures in <vnxsav> are invalid");
   }
   std::int64_t records = 0;
-  if (scan_records(save, counts, records) != ScanStatus::kEnd) refuse_during("I/O", "<vnxsav>");
+  if (scan_records(save, counts, records) != ScanStatus::kEnd) stop_during("I/O", "<vnxsav>");
   if (records == 0) {
-    refuse_to_text("%fat- File <vnxsav> has not valid records except control structures");
+    stop_to_text("%fat- File <vnxsav> has not valid records except control structures");
   }
   if (number > static_cast<double>(records)) {
-    refuse(message("%fat- Number of records in <vnxsav> NR = ", records),
-           "      2nd argument of SCMD2 > NR");
+    stop_command(message("%fat- Number of records in <vnxsav> NR = ", records),
+                 "      2nd argument of SCMD2 > NR");
   }
 }
 
 void close_after_to_text(File& file, std::string_view name) {
-  if (const int status = file.close(); status != 0) refuse_during("Close", name, status);
+  if (const int status = file.close(); status != 0) stop_during("Close", name, status);
 }
 
 // ---- FROM_TEXT
@@ -170,12 +170,12 @@ void write_slice(TextReader& text, const FieldItems& items, int count) {
 
 void read_title(TextReader& text, const FieldItems& items) {
   const std::string_view line = text.whole_line(kTitleColumns);
-  if (static_cast<std::int64_t>(line.size()) != items.count + 2) text.refuse_line();
+  if (static_cast<std::int64_t>(line.size()) != items.count + 2) text.stop_on_line();
   text.write(line.data() + 1, line.size() - 2);
 }
 
 void read_blank_item(TextReader& text) {
-  if (text.whole_line(kTextColumns) != kBlankItem) text.refuse_line();
+  if (text.whole_line(kTextColumns) != kBlankItem) text.stop_on_line();
   text.write(" ", 1);
 }
 
@@ -183,7 +183,7 @@ void read_codes(TextReader& text, const FieldItems& items) {
   for (std::int64_t left = items.count; left > 0;) {
     const auto count = static_cast<int>(std::min<std::int64_t>(left, kCodesPerLine));
     const std::string_view line = text.whole_line(kTextColumns);
-    if (static_cast<int>(line.size()) < count + 2) text.refuse_line();
+    if (static_cast<int>(line.size()) < count + 2) text.stop_on_line();
     for (int k = 0; k < count; ++k) {
       reinterpret_cast<std::int32_t*>(slice)[k] =
           static_cast<unsigned char>(line[static_cast<std::size_t>(k) + 1]);
@@ -196,7 +196,7 @@ void read_codes(TextReader& text, const FieldItems& items) {
 // Before the last group is written its first integer is compared with the record's first one.
 void check_last_group(TextReader& text, SaveCounts& counts) {
   if (counts[SaveCount::kNvarAgain] != counts[SaveCount::kNvar]) {
-    text.refuse(message("%fat- File <savtxt>. Invalid value ", counts[SaveCount::kNvar]));
+    text.stop(message("%fat- File <savtxt>. Invalid value ", counts[SaveCount::kNvar]));
   }
   reinterpret_cast<std::int32_t*>(slice)[1] = kWrittenI2;
 }
@@ -240,8 +240,8 @@ void read_save_part(TextReader& text, SavePart part, SaveCounts& counts) {
 
 void close_after_from_text(File& file, std::string_view name) {
   if (const int status = file.close(); status != 0) {
-    refuse(message("%fat- Close error. File ", name, '.'), kForm.consequence, status,
-           source_line.number);
+    stop_command(message("%fat- Close error. File ", name, '.'), kForm.consequence, status,
+                 source_line.number);
   }
 }
 
@@ -251,12 +251,12 @@ void saving_to_text(double number) {
   File& save = open_save_file();
   SaveCounts counts;
   check_save_file(save, counts, number);
-  if (const int status = save.rewind(); status != 0) refuse_during("Rewind", "<vnxsav>", status);
+  if (const int status = save.rewind(); status != 0) stop_during("Rewind", "<vnxsav>", status);
   open_file(kTextUnit, "TXS", {}, TextFile::kNew);
   TextWriter text(file_on(kTextUnit), "<savtxt>", kToTextConsequence);
   write_save_part(SavePart::kControlStructures, save, counts, text);
   if (!skip_records(save, counts, static_cast<std::int64_t>(number) - 1)) {
-    refuse_during("I/O", "<vnxsav>");
+    stop_during("I/O", "<vnxsav>");
   }
   write_save_part(SavePart::kRecord, save, counts, text);
   text.finish();
@@ -272,7 +272,7 @@ void saving_from_text() {
   SaveCounts counts;
   read_save_part(text, SavePart::kControlStructures, counts);
   read_save_part(text, SavePart::kRecord, counts);
-  if (text.more_follows()) text.refuse("%fat- File <savtxt>. Extra information detected");
+  if (text.more_follows()) text.stop("%fat- File <savtxt>. Extra information detected");
   close_after_from_text(save, "<vnxsav>");
   close_after_from_text(file_on(kTextUnit), "<savtxt>");
 }

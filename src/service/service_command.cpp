@@ -56,7 +56,7 @@ void run_saving_to_text(const ServiceArguments& arguments) {
   saving_to_text(number);
 }
 
-[[noreturn]] void refuse_long_list() {
+[[noreturn]] void stop_on_long_list() {
   stop_with_listing("%fat- 2nd argument (array) of SCMD2 is too long");
 }
 
@@ -66,10 +66,10 @@ std::vector<std::int32_t> record_list(const ServiceArguments& arguments) {
   if (arguments.number_shape == kRange) {
     const double first = round_half_away(arguments.numbers[0]);
     const double last = round_half_away(arguments.numbers[1]);
-    if (!(last - first + 1 <= kMaxListLength)) refuse_long_list();
+    if (!(last - first + 1 <= kMaxListLength)) stop_on_long_list();
     for (double number = first; number <= last; ++number) list.push_back(to_record_number(number));
   } else {
-    if (static_cast<double>(arguments.numbers.size()) > kMaxListLength) refuse_long_list();
+    if (static_cast<double>(arguments.numbers.size()) > kMaxListLength) stop_on_long_list();
     for (const double number : arguments.numbers) list.push_back(to_record_number(number));
   }
   std::sort(list.begin(), list.end());

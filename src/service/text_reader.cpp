@@ -2,11 +2,11 @@
 //   1.500000000+300 -> syntax error, no "E" -> 1.500000000E+300
 #include "service/text_reader.h"
 
-#include "driver/language_tables.h"
 #include "driver/text.h"
 #include "driver/units.h"
-#include "lang/constants.h"
-#include "service/refusal.h"
+#include "lang/text/constants.h"
+#include "service/stop_command.h"
+#include "stores/value_types.h"
 
 namespace zorvik {
 namespace {
@@ -24,17 +24,17 @@ TextReader::TextReader(int text_unit, File& binary, const TextForm& form)
   lexer_state.operators = false;
 }
 
-void TextReader::refuse(std::string_view text, int io_status) {
+void TextReader::stop(std::string_view text, int io_status) {
   binary_.cut_back_to(group_start_);
   binary_.close();
-  zorvik::refuse(text, form_.consequence, io_status, source_line.number);
+  stop_command(text, form_.consequence, io_status, source_line.number);
 }
 
-void TextReader::refuse_end() {
+void TextReader::stop_at_end() {
   if (source_line.failure != 0) {
-    refuse(message("%fat- Read error. File ", form_.text_name, '.'), source_line.failure);
+    stop(message("%fat- Read error. File ", form_.text_name, '.'), source_line.failure);
   }
-  refuse(message("%fat- Premature end of file detected. File ", form_.text_name));
+  stop(message("%fat- Premature end of file detected. File ", form_.text_name));
 }
 
 std::string_view TextReader::lexeme() {
@@ -46,9 +46,9 @@ std::string_view TextReader::lexeme() {
     case LexStatus::kLexeme:
       break;
     case LexStatus::kEnd:
-      refuse_end();
+      stop_at_end();
     case LexStatus::kError:
-      refuse(message(lexeme_.view(), " File ", form_.text_name));
+      stop(message(lexeme_.view(), " File ", form_.text_name));
   }
   return lexeme_.view();
 }
@@ -56,8 +56,8 @@ std::string_view TextReader::lexeme() {
 bool TextReader::more_follows() {
   if (peeked_) return true;
   const LexStatus status = next_lexeme(unit_, lexeme_);
-  if (status == LexStatus::kError) refuse(message(lexeme_.view(), " File ", form_.text_name));
-  if (status == LexStatus::kEnd && source_line.failure != 0) refuse_end();
+  if (status == LexStatus::kError) stop(message(lexeme_.view(), " File ", form_.text_name));
+  if (status == LexStatus::kEnd && source_line.failure != 0) stop_at_end();
   peeked_ = status == LexStatus::kLexeme;
   return peeked_;
 }
@@ -66,7 +66,7 @@ bool TextReader::more_follows() {
 std::string_view TextReader::number(Sign sign, bool& negative) {
   std::string_view text = lexeme();
   if (text == "+" || text == "-") {
-    refuse(message("%fat- Invalid lexeme\"", text, "\" File ", form_.text_name));
+    stop(message("%fat- Invalid lexeme\"", text, "\" File ", form_.text_name));
   }
   negative = text.front() == '-' && sign == Sign::kPlusOrMinus;
   if (text.front() == '+' || negative) text.remove_prefix(1);
@@ -76,7 +76,7 @@ std::string_view TextReader::number(Sign sign, bool& negative) {
 std::int32_t TextReader::integer(Sign sign) {
   bool negative = false;
   const int value = parse_integer_constant(number(sign, negative), error_);
-  if (!error_.empty()) refuse(message(error_, " File ", form_.text_name));
+  if (!error_.empty()) stop(message(error_, " File ", form_.text_name));
   return negative ? -value : value;
 }
 
@@ -101,17 +101,17 @@ double TextReader::repaired_real(std::string_view text) {
   } else if (form_.bad_exponent_is_zero) {
     return 0.0;
   }
-  refuse(message(error_, " File ", form_.text_name));
+  stop(message(error_, " File ", form_.text_name));
 }
 
 void TextReader::marker(std::string_view text) {
   if (lexeme() != text) {
-    refuse(message("%fat- File ", form_.text_name, ". String ", text, " expected"));
+    stop(message("%fat- File ", form_.text_name, ". String ", text, " expected"));
   }
 }
 
 std::string_view TextReader::whole_line(int columns) {
-  if (read_source_line(unit_) == kEndOfText) refuse_end();
+  if (read_source_line(unit_) == kEndOfText) stop_at_end();
   source_line.wants_line = true;  // lexemes go on with the line after it
   const std::string_view all(source_line.text, static_cast<std::size_t>(source_line.length));
   line_ = trim_right(trim_left(all.substr(0, static_cast<std::size_t>(columns))));
@@ -120,23 +120,23 @@ std::string_view TextReader::whole_line(int columns) {
 
 std::string_view TextReader::text_item() {
   const std::string_view text = whole_line(kTextColumns);
-  if (text.size() < kShortestItemLine) refuse_line();
+  if (text.size() < kShortestItemLine) stop_on_line();
   return text.substr(1, text.size() - 2);
 }
 
-void TextReader::refuse_line() {
-  refuse(message("%fat- File ", form_.text_name, ". Invalid string ", line_));
+void TextReader::stop_on_line() {
+  stop(message("%fat- File ", form_.text_name, ". Invalid string ", line_));
 }
 
 void TextReader::write(const void* from, std::size_t bytes) {
   if (const int status = binary_.write(from, bytes); status != 0) {
-    refuse(message("%fat- Write error. File ", form_.binary_name, '.'), status);
+    stop(message("%fat- Write error. File ", form_.binary_name, '.'), status);
   }
 }
 
 void TextReader::end_group() {
   if (const int status = binary_.flush(); status != 0) {
-    refuse(message("%fat- Write error. File ", form_.binary_name, '.'), status);
+    stop(message("%fat- Write error. File ", form_.binary_name, '.'), status);
   }
   group_start_ = binary_.position();
 }

@@ -14,7 +14,7 @@
 
 #include "driver/file.h"
 #include "driver/messages.h"
-#include "lang/lexer.h"
+#include "lang/text/lexer.h"
 
 namespace zorvik {
 
@@ -49,7 +49,7 @@ class TextReader {
   // The next line of a text item: what stands between its first and its last character.
   std::string_view text_item();
   // "%fat- File <..>. Invalid string " and the line read last.
-  [[noreturn]] void refuse_line();
+  [[noreturn]] void stop_on_line();
 
   // True when another lexeme follows (a malformed one is refused); it is the next one read.
   bool more_follows();
@@ -59,13 +59,13 @@ class TextReader {
   void write(const void* from, std::size_t bytes);
   void end_group();
 
-  [[noreturn]] void refuse(std::string_view text, int io_status = kNoIoStatus);
+  [[noreturn]] void stop(std::string_view text, int io_status = kNoIoStatus);
 
  private:
   std::string_view lexeme();
   std::string_view number(Sign sign, bool& negative);
   double repaired_real(std::string_view text);
-  [[noreturn]] void refuse_end();
+  [[noreturn]] void stop_at_end();
 
   const int unit_;
   File& binary_;

@@ -3,10 +3,10 @@
 #include <cmath>
 #include <cstring>
 
-#include "driver/language_tables.h"
 #include "driver/number_format.h"
 #include "driver/text.h"
-#include "service/refusal.h"
+#include "service/stop_command.h"
+#include "stores/value_types.h"
 
 namespace zorvik {
 namespace {
@@ -18,15 +18,15 @@ constexpr double kSmallestWritten = 2.3e-302;  // what is smaller is written as 
 TextWriter::TextWriter(File& file, std::string_view name, std::string_view consequence)
     : file_(file), name_(name), consequence_(consequence) {}
 
-void TextWriter::refuse_write(int status) {
+void TextWriter::stop_on_failed_write(int status) {
   file_.close();
-  refuse(message("%err- Write error. File ", name_), consequence_, status);
+  stop_command(message("%err- Write error. File ", name_), consequence_, status);
 }
 
 void TextWriter::flush_buffer() {
   const int status = file_.write(buffer_.get(), used_);
   used_ = 0;
-  if (status != 0) refuse_write(status);
+  if (status != 0) stop_on_failed_write(status);
 }
 
 void TextWriter::make_room() {
@@ -110,7 +110,7 @@ void TextWriter::end_texts() {
 
 void TextWriter::finish() {
   flush_buffer();
-  if (const int status = file_.flush(); status != 0) refuse_write(status);
+  if (const int status = file_.flush(); status != 0) stop_on_failed_write(status);
 }
 
 }  // namespace zorvik

@@ -56,7 +56,7 @@ class TextWriter {
   void put_all(std::string_view text);
   void make_room();
   void flush_buffer();
-  [[noreturn]] void refuse_write(int status);
+  [[noreturn]] void stop_on_failed_write(int status);
 
   static constexpr std::size_t kBufferBytes = 64 * 1024, kSlack = 64;
 

@@ -5,10 +5,10 @@
 
 #include <array>
 
-#include "driver/language_tables.h"
 #include "driver/messages.h"
 #include "driver/number_format.h"
 #include "driver/text.h"
+#include "stores/value_types.h"
 
 namespace zorvik {
 namespace {
@@ -47,8 +47,7 @@ void set_initial_values_of_main() {
     double& value = main_key_value(static_cast<KeyNumber>(number));
     if (value != kUndefined) continue;
     if (!key.has_default) {
-      issue_message(listing_unit, message("%err- MAIN proc. Undefined key ", key.name));
-      ++error_count;
+      count_error(message("%err- MAIN proc. Undefined key ", key.name));
       continue;
     }
     value = key.default_value;

@@ -1,6 +1,6 @@
 #include "stores/results_store.h"
 
-#include "driver/language_tables.h"
+#include "stores/value_types.h"
 
 namespace zorvik {
 

@@ -23,6 +23,9 @@ enum Shape : int {
 
 constexpr bool is_numeric(BaseType type) { return type == kInteger || type == kReal; }
 
+// Marks a value that is not defined, in the results store and in the files.
+constexpr double kUndefined = 8.9e307;
+
 // Where a variable's elements stand: d1 * d2 consecutive positions of its store from `start` (from
 // 1), first subscript fastest. A character variable: first character in the text pool and length as
 // d1.

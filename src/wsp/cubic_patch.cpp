@@ -105,9 +105,9 @@ double zero_in(const Cubic& cubic, double lowest, double highest, double toleran
 
 [[noreturn]] void stop_without_root(double start, const PatchTarget& target) {
   issue_message(kConsole, "%dbg- NWSRI2,lab.1: roots of cub. equation");
-  stop_on_inconsistency(message("      Tlin,i1,i2s,P,H=", format_real(start), " ", target.x_row,
-                                " ", target.y_row, " ", format_real(target.pressure), " ",
-                                format_real(target.target)));
+  stop_on_console(message("      Tlin,i1,i2s,P,H=", format_real(start), " ", target.x_row, " ",
+                          target.y_row, " ", format_real(target.pressure), " ",
+                          format_real(target.target)));
 }
 
 }  // namespace

@@ -64,7 +64,7 @@ constexpr RecordGroup kRecordGroups[] = {
     {3, 1, &header.n, kFloat, tables.saturation_cubic, nullptr},
 };
 
-[[noreturn]] void refuse(std::string_view what) {
+[[noreturn]] void stop_on_header(std::string_view what) {
   stop_with_property_message(message("%WSP_F- NWS0SM: ", what));
 }
 
@@ -86,15 +86,15 @@ void check_header() {
       {"NC", header.nc, 1, kMaxBucketRows},
   };
   for (const auto& range : kRanges) {
-    if (range.count > range.highest) refuse(message(range.name, " > ", range.highest));
-    if (range.count < range.lowest) refuse(message(range.name, " < ", range.lowest));
+    if (range.count > range.highest) stop_on_header(message(range.name, " > ", range.highest));
+    if (range.count < range.lowest) stop_on_header(message(range.name, " < ", range.lowest));
   }
-  if (header.k1 < 1 || header.k1 > header.n) refuse("K1 out of [1,N]");
-  if (header.k2 < 1 || header.k2 > header.n) refuse("K2 out of [1,N]");
+  if (header.k1 < 1 || header.k1 > header.n) stop_on_header("K1 out of [1,N]");
+  if (header.k2 < 1 || header.k2 > header.n) stop_on_header("K2 out of [1,N]");
 }
 
 void check_steam_rows() {
-  if (tables.steam_rows > kMaxSteamRows) refuse(message("M > ", kMaxSteamRows));
+  if (tables.steam_rows > kMaxSteamRows) stop_on_header(message("M > ", kMaxSteamRows));
   if (tables.steam_rows < 0) tables.steam_rows = 0;
 }
 
@@ -149,7 +149,7 @@ bool tables_loaded = false;
 
 int load_property_tables(int unit, std::string_view name, int mode, double option) {
   if (unit != 0) {
-    if (name.size() > kLongestName) refuse("Length of input file specification > 80");
+    if (name.size() > kLongestName) stop_on_header("Length of input file specification > 80");
     if (name.empty()) name = kPropertyFileName;
     File& file = file_on(unit);
     if (const int status = file.open_to_read(std::string(name)); status != 0) {

@@ -167,7 +167,7 @@ int NWS0MS(int code, std::string& text, bool stop) {
 
 void stop_with_property_message(std::string_view text) {
   write_text(text);
-  stop_run(kConsole, "Water/Steam Properties. Stop", kNoIoStatus, Stop::kAtOnce);
+  stop_on_console("Water/Steam Properties. Stop");
 }
 
 }  // namespace zorvik

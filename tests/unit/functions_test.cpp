@@ -1,5 +1,5 @@
 // The algorithms behind the built-in functions.
-#include "exec/functions.h"
+#include "exec/functions/functions.h"
 
 #include <gtest/gtest.h>
 
@@ -10,10 +10,10 @@
 #include <numbers>
 #include <vector>
 
-#include "exec/evaluation_stack.h"
-#include "exec/interpolation.h"
-#include "exec/random.h"
-#include "exec/spline.h"
+#include "exec/functions/interpolation.h"
+#include "exec/functions/random.h"
+#include "exec/functions/spline.h"
+#include "exec/values/evaluation_stack.h"
 #include "sample/property_file.h"
 #include "stores/results_store.h"
 #include "support/ended_run.h"

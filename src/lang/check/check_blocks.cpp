@@ -1,0 +1,71 @@
+// THEN, ELSE, ENDIF and ENDDO: the nesting of blocks and the positions that jumps will need.
+#include "driver/messages.h"
+#include "lang/check/statement_handlers.h"
+
+namespace zorvik {
+namespace {
+
+OpenIf* innermost_if() {
+  StatementState& state = statement_state;
+  return state.if_depth == 0 ? nullptr : &state.open_if[state.if_depth];
+}
+
+}  // namespace
+
+void check_then(const Lexeme& head) {
+  OpenIf* const open = innermost_if();
+  if (statement_state.then_flag || open == nullptr || open->else_seen) {
+    count_error("%err- Invalid control structure using THEN");
+    return;
+  }
+  statement_state.then_flag = true;
+  open->then = position_of(head);
+}
+
+void check_else(const Lexeme& head) {
+  statement_state.then_flag = false;
+  OpenIf* const open = innermost_if();
+  if (open == nullptr || open->else_seen) {
+    count_error("%err- Invalid control structure using ELSE");
+    return;
+  }
+  open->else_seen = true;
+  open->else_part = position_of(head);
+  if (open->do_depth != statement_state.do_depth) {
+    count_error("%err- Invalid control structure using IF...ELSE and DO...ENDDO statements");
+  }
+}
+
+void check_endif(const Lexeme& head) {
+  statement_state.then_flag = false;
+  const OpenIf* const open = innermost_if();
+  if (open == nullptr) {
+    count_error("%err- Invalid control structure using ENDIF");
+    return;
+  }
+  IfBlock& block = control_tables.if_block[open->number];
+  block.then = open->then;
+  block.endif = position_of(head);
+  block.else_part = open->else_part;
+  block.then_end = open->else_seen ? open->else_part : block.endif;
+  if (open->do_depth != statement_state.do_depth) {
+    count_error("%err- Invalid control structure using IF...ENDIF and DO...ENDDO statements");
+  }
+  --statement_state.if_depth;
+}
+
+void check_enddo(const Lexeme& head) {
+  StatementState& state = statement_state;
+  if (state.do_depth == 0) {
+    count_error("%err- Invalid control structure using ENDDO");
+    return;
+  }
+  const OpenDo& open = state.open_do[state.do_depth];
+  control_tables.do_block[open.number] = {open.head, position_of(head), state.do_depth};
+  if (open.if_depth != state.if_depth) {
+    count_error("%err- Invalid control structure using DO...ENDDO and IF...ENDIF statements");
+  }
+  --state.do_depth;
+}
+
+}  // namespace zorvik

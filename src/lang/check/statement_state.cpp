@@ -1,0 +1,7 @@
+#include "lang/check/statement_state.h"
+
+namespace zorvik {
+
+StatementState statement_state;
+
+}  // namespace zorvik

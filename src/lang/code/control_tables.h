@@ -1,0 +1,75 @@
+// Labels, GOTOs, IF and DO blocks of one procedure, and their way from pass 1 to pass 2 through the
+// scratch file.
+//
+// Scratch file: for each procedure in turn three records of little-endian int32, without marks:
+// clang-format off
+//   1  number of GOTOs g, of IFs i, of DOs d
+//   2  max(g,1) GOTO lines, as many GOTO columns, label lines, label columns;
+//      max(d,1) DO lines, DO columns, ENDDO lines, ENDDO columns
+//   3  max(i,1) THEN lines, THEN columns, lines and columns of the end of the THEN part,
+//      of the ELSE, of the ENDIF
+// clang-format on
+// A table without entries has one that means nothing.
+#ifndef ZORVIK_LANG_CODE_CONTROL_TABLES_H_
+#define ZORVIK_LANG_CODE_CONTROL_TABLES_H_
+
+#include <string_view>
+
+#include "lang/code/procedure_table.h"
+
+namespace zorvik {
+
+constexpr int kMaxControlStatements = 100;  // GOTOs, labels, IFs and DOs of a procedure, each
+constexpr int kMaxNesting = 5;              // open IFs, open DOs
+constexpr int kLabelWidth = 20;
+
+struct Label {
+  char name[kLabelWidth];
+  Position position;
+};
+
+struct GotoStatement {
+  char target[kLabelWidth];
+  Position position;
+  Position label;  // once resolved
+};
+
+struct IfBlock {
+  Position then, then_end, else_part, endif;
+};
+
+struct DoBlock {
+  Position head, enddo;
+  int depth;
+};
+
+struct ControlTables {
+  Label label[kMaxControlStatements + 1];  // all from 1
+  GotoStatement jump[kMaxControlStatements + 1];
+  IfBlock if_block[kMaxControlStatements + 1];
+  DoBlock do_block[kMaxControlStatements + 1];
+  int labels, jumps, ifs, dos;
+};
+extern ControlTables control_tables;
+
+void reset_control_tables();
+
+// The position of the label of that name, or nullptr.
+const Label* find_label(std::string_view name);
+
+// Append the tables of the procedure that has just been checked: records 1 and 2, then record 3. A
+// failed write gives
+// "%fat- Write error. Scratch file" with the I/O status and ends the run.
+void write_jump_records();
+void write_if_record();
+
+void rewind_scratch_file();
+
+// Reads the tables of procedure `number`, which may lie before or behind the last one read
+// (positioning is u16psc in messages). "%fat- I/O error. Scratch file" with the I/O status, "%dbg-
+// Premature End_of_File. u16psc".
+void read_control_tables(int number);
+
+}  // namespace zorvik
+
+#endif  // ZORVIK_LANG_CODE_CONTROL_TABLES_H_

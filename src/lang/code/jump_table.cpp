@@ -1,0 +1,71 @@
+#include "lang/code/jump_table.h"
+
+#include "driver/messages.h"
+#include "lang/code/code_store.h"
+#include "stores/keys.h"
+
+namespace zorvik {
+namespace {
+
+struct Place {
+  Position position;
+  int code_position;
+};
+
+struct WaitingWord {
+  JumpTarget kind;
+  Position target;
+  int code_position;
+};
+
+constexpr int kKinds = 4;
+constexpr int kMaxPlaces = 2 * kMaxControlStatements;   // an ELSE and an ENDIF for every IF
+constexpr int kMaxWaiting = 5 * kMaxControlStatements;  // GOTO, THEN, ELSE, DO, ENDDO
+
+struct JumpTable {
+  Place place[kKinds][kMaxPlaces + 1];  // from 1, in the order of the text
+  int places[kKinds];
+  WaitingWord waiting[kMaxWaiting];
+  int waiting_count;
+};
+JumpTable jump_table;
+
+}  // namespace
+
+void reset_jumps() {
+  for (int& count : jump_table.places) count = 0;
+  jump_table.waiting_count = 0;
+}
+
+void record_position(JumpTarget kind, Position position, int code_position) {
+  const auto k = static_cast<int>(kind);
+  if (jump_table.places[k] == kMaxPlaces) stop_on_console("%dbg- IU96BS");
+  jump_table.place[k][++jump_table.places[k]] = {position, code_position};
+}
+
+void record_jump(JumpTarget kind, Position target, int code_position) {
+  if (jump_table.waiting_count == kMaxWaiting) stop_on_console("%dbg- IU96BS");
+  jump_table.waiting[jump_table.waiting_count++] = {kind, target, code_position};
+}
+
+void resolve_jumps_of_procedure() {
+  for (int w = 0; w < jump_table.waiting_count; ++w) {
+    const WaitingWord& word = jump_table.waiting[w];
+    const auto k = static_cast<int>(word.kind);
+    const Place* const places = jump_table.place[k];
+    const int found = IU96BS(places, &Place::position, jump_table.places[k], word.target,
+                             SearchOrder::kIncreasing);
+    code_store.word[word.code_position] = places[found].code_position;
+  }
+}
+
+void resolve_output_keys() {
+  for (int position = 1; position < code_store.next_free; ++position) {
+    std::int32_t& word = code_store.word[position];
+    if (!is_output_key_link(word)) continue;
+    const int start = procedure_table.procedure[output_of_link(word)].start;
+    word = code_store.word[start + 1] + key_of_link(word) - kFirstOutputKey;
+  }
+}
+
+}  // namespace zorvik

@@ -1,0 +1,93 @@
+#include "lang/compile/name_lookup.h"
+
+#include "driver/messages.h"
+#include "driver/text.h"
+#include "lang/code/procedure_table.h"
+#include "results/results_variables.h"
+#include "stores/keys.h"
+#include "stores/notkeys.h"
+
+namespace zorvik {
+namespace {
+
+constexpr std::string_view kLeftSide = " in the left side of \"=\"";
+
+enum class Found { kNo, kYes, kError };
+
+Found report(std::string_view text, const NameScope& scope) {
+  count_error(text, scope.line);
+  return Found::kError;
+}
+
+Found find_key_of_output(const Lexeme& name, bool target, const NameScope& scope, Item& item) {
+  if (name.dot == 0) return Found::kNo;
+  const auto dot = static_cast<std::size_t>(name.dot);
+  const int key = find_key(name.view().substr(0, dot - 1), kFirstOutputKey, kLastOutputKey);
+  if (key == 0) return Found::kNo;
+  const int output = find_output(name.view().substr(dot));
+  if (output == 0) {
+    return report(message("%err- Name of OUTPUT not found. Variable ", name.view()), scope);
+  }
+  item = make_variable(make_output_key_link(key, output), kResultsStore, 0, key_of(key).base_type,
+                       target);
+  return Found::kYes;
+}
+
+Found find_results_name(const Lexeme& name, bool target, const NameScope& scope, Item& item) {
+  const int number = find_results_variable(name.view());
+  if (number == 0) return Found::kNo;
+  if (target) {
+    return report(message("%err- Variable from <vnxres>", name.view(), kLeftSide), scope);
+  }
+  ResultsVariable& variable = results_variables.variable[number];
+  variable.named = true;
+  item =
+      make_variable(variable.descriptor, kResultsStore, variable.rank, variable.base_type, false);
+  return Found::kYes;
+}
+
+Found find_own_key(const Lexeme& name, bool target, const NameScope& scope, Item& item) {
+  if (scope.first_key_descriptor == 0) return Found::kNo;
+  const int key = find_key(name.view(), kFirstOutputKey, kLastOutputKey);
+  if (key == 0) return Found::kNo;
+  item = make_variable(scope.first_key_descriptor + key - kFirstOutputKey, kResultsStore, 0,
+                       key_of(key).base_type, target);
+  return Found::kYes;
+}
+
+Found find_main_key(const Lexeme& name, bool target, const NameScope& scope, Item& item) {
+  const int number = find_key(name.view(), kFirstMainKey, kLastMainKey);
+  if (number == 0) return Found::kNo;
+  const Key& key = key_of(number);
+  if (target && key.defined_once && main_key_value(static_cast<KeyNumber>(number)) != kUndefined) {
+    return report(message("%err- Multiple definition of key ", key.name), scope);
+  }
+  if (target && !key.assignable) {
+    return report(message("%err- Key ", key.name, kLeftSide), scope);
+  }
+  item = make_variable(number, kResultsStore, 0, key.base_type, target);
+  return Found::kYes;
+}
+
+Found find_notkey_name(const Lexeme& name, bool target, const NameScope& scope, Item& item) {
+  int number = find_notkey(name.view());
+  if (number == 0) {
+    if (!target) return report(message("%err- Undefined variable ", name.view()), scope);
+    number = enter_notkey(name.view(), scope.line);
+  }
+  item = make_variable(kNotkeyLink * number, kNotkeyStore, kUnknownRank, kInteger, target);
+  return Found::kYes;
+}
+
+}  // namespace
+
+bool lookup_name(const Lexeme& name, bool target, const NameScope& scope, Item& item) {
+  for (const auto find :
+       {find_key_of_output, find_results_name, find_own_key, find_main_key, find_notkey_name}) {
+    const Found found = find(name, target, scope, item);
+    if (found != Found::kNo) return found == Found::kYes;
+  }
+  return false;
+}
+
+}  // namespace zorvik

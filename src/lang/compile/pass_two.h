@@ -1,0 +1,18 @@
+// Pass 2: reads the program text again, now known to be valid, and compiles every procedure.
+#ifndef ZORVIK_LANG_COMPILE_PASS_TWO_H_
+#define ZORVIK_LANG_COMPILE_PASS_TWO_H_
+
+namespace zorvik {
+
+// Opens the results file, compiles MAIN, the block and the OUTPUTs into the code store and ends
+// with report_space_usage. Returns only when no error was found.
+void u91ps2(int unit);
+
+// Gives the keys of MAIN their initial values, lists the space report, resolves the keys of named
+// OUTPUTs and closes the program text on `unit` and the scratch file. Errors counted in pass 2 end
+// the run here.
+void report_space_usage(int unit);
+
+}  // namespace zorvik
+
+#endif  // ZORVIK_LANG_COMPILE_PASS_TWO_H_
