@@ -53,16 +53,5 @@ TEST(DecimalDigits, AgreeAroundThePowersOfTen) {
   }
 }
 
-TEST(DecimalDigits, LeaveTiesToTheExactConversion) {
-  DecimalDigits result;
-  EXPECT_FALSE(find_leading_digits(615.25, 4, result));
-  ASSERT_TRUE(find_leading_digits(615.25, 3, result));
-  EXPECT_EQ(result.digits, 615u);
-  EXPECT_EQ(result.exponent, 2);
-  ASSERT_TRUE(find_leading_digits(9.9999, 2, result));
-  EXPECT_EQ(result.digits, 10u);
-  EXPECT_EQ(result.exponent, 1);
-}
-
 }  // namespace
 }  // namespace zorvik

@@ -10,13 +10,11 @@
 #include <numbers>
 #include <vector>
 
-#include "exec/functions/interpolation.h"
 #include "exec/functions/random.h"
 #include "exec/functions/spline.h"
 #include "exec/values/evaluation_stack.h"
 #include "sample/property_file.h"
 #include "stores/results_store.h"
-#include "support/ended_run.h"
 #include "wsp/property_file.h"
 
 namespace zorvik {
@@ -78,36 +76,6 @@ TEST(Random, StatesFollowTheCongruence) {
   }
 }
 
-TEST(Random, NormalDeviatesAreThoseOfThePolarMethodInSinglePrecision) {
-  results_store.value[kRandomStatePosition] = 3;
-  std::uint64_t y = 3;
-  const auto uniform = [&] {
-    y = next_state(y);
-    return static_cast<float>(static_cast<double>(y) / 2147483648.0);
-  };
-  int pairs = 0;
-  for (int k = 0; k < 1000; ++k) {
-    float p, s;
-    do {
-      const float u = uniform(), w = uniform();
-      // Every operation in double and then rounded is the single-precision operation.
-      p = static_cast<float>(static_cast<double>(static_cast<float>(2.0 * u)) - 1.0);
-      const auto q = static_cast<float>(static_cast<double>(static_cast<float>(2.0 * w)) - 1.0);
-      const auto pp = static_cast<float>(static_cast<double>(p) * p);
-      const auto qq = static_cast<float>(static_cast<double>(q) * q);
-      s = static_cast<float>(static_cast<double>(pp) + qq);
-      ++pairs;
-    } while (s > 1);
-    const auto log_s = static_cast<float>(-2.0 * static_cast<float>(std::log(double{s})));
-    const auto root = static_cast<float>(std::sqrt(static_cast<float>(double{log_s} / s)));
-    const auto expected = static_cast<float>(static_cast<double>(p) * root);
-    // The library's logarithm in single precision may be one unit off.
-    ASSERT_NEAR(gauss(), expected, std::fabs(expected) * 3e-7) << k;
-  }
-  EXPECT_GT(pairs, 1000);  // some pairs were outside the circle
-  EXPECT_EQ(results_store.value[kRandomStatePosition], static_cast<double>(y));
-}
-
 TEST(Spline, ReproducesCubics) {
   const auto cubic = [](double t) { return 2 - 3 * t + 0.5 * t * t + 0.25 * t * t * t; };
   Values x, y;
@@ -146,32 +114,6 @@ TEST(Fourier, CoefficientsOfClosedForms) {
   sample(
       400, 1, 3, true, [](double t) { return t - 1; }, x, y);
   EXPECT_NEAR(coefficient(2, 1, x, y), 2 / std::numbers::pi, 1e-6);
-}
-
-TEST(WorkSpace, IsTheValueBufferBehindTheValuesInUse) {
-  const Values four_thousand(4000, 1.0);
-  evaluation.line = 12;
-  Values x(4000);
-  for (std::size_t k = 0; k < x.size(); ++k) x[k] = static_cast<double>(k);
-  EXPECT_NEAR(integral(x, four_thousand), 3999, 1e-6);
-  reset_evaluation();
-  push_scalar(kReal, 0);
-  push_values(x);
-  push_values(four_thousand);
-  EXPECT_EQ(support::ended_run([] { iu9fn2(kInteg, 2); }).console,
-            " %fat- Work space for INTEG is full Line 12\n Errors detected. See listing\n");
-}
-
-TEST(Interpolation, BothDirectionsAtAndBeyondBothEnds) {
-  const double y[] = {10, 20, 40}, up[] = {1, 2, 3}, down[] = {3, 2, 1};
-  const struct {
-    double at, ascending, descending;
-  } kCases[] = {{0, 10, 40},   {1, 10, 40}, {1.5, 15, 30}, {2, 20, 20},
-                {2.5, 30, 15}, {3, 40, 10}, {7, 40, 10}};
-  for (const auto& c : kCases) {
-    EXPECT_EQ(interpolate_linearly(y, up, 3, c.at), c.ascending) << c.at;
-    EXPECT_EQ(interpolate_linearly(y, down, 3, c.at), c.descending) << c.at;
-  }
 }
 
 TEST(PropertyFunctions, ReadTheTablesOnce) {

@@ -51,23 +51,6 @@ TEST(NumberFormat, IntegersKeepTheirDigitsUpToElevenCharacters) {
   for (const auto& c : kCases) EXPECT_EQ(text(format_integer(c.value)), c.expected) << c.value;
 }
 
-TEST(NumberFormat, FormatKeyNarrowsBetweenFourAndNineDigits) {
-  reset_number_format();
-  const struct {
-    double key;
-    const char* expected;
-  } kSteps[] = {
-      {5, "1.2346E+03"},     {10, "1.2346E+03"},      {2, "1.2346E+03"},
-      {4, "1.235E+03"},      {8.5, "1.23456780E+03"},  // 9 digits: halves round away from zero
-      {3, "1.23456780E+03"},
-  };
-  for (const auto& step : kSteps) {
-    adopt_format_key(step.key);
-    EXPECT_EQ(text(format_real(1234.5678)), step.expected) << step.key;
-  }
-  reset_number_format();
-}
-
 TEST(NumberFormat, FieldsAreRightJustifiedAndOverflowToAsterisks) {
   EXPECT_EQ(text(format_percentage(0.52)), "  0.52");
   EXPECT_EQ(text(format_percentage(100.0)), "100.00");

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <random>
 
 #include "driver/text.h"
 #include "sample/results_file.h"
@@ -227,47 +226,6 @@ TEST_F(ResultsFiles, RealsOfTheTextMayBeWrittenInManyWays) {
   ResultsFile file = kStandard;
   file.records = {{0.5, 100, -1.5e-300}, {8.9e307, 0.0, -0.0}};
   EXPECT_EQ(get("vnxres"), sample::results_file_bytes(file));
-}
-
-TEST_F(ResultsFiles, RandomFilesSurviveTheRoundTrip) {
-  std::mt19937_64 random(11);
-  const auto below = [&](unsigned n) { return static_cast<std::int32_t>(random() % n); };
-  const Outcome outcome = run([&] {
-    for (int k = 0; k < 1000; ++k) {
-      ResultsFile file{1 + below(40), {}, {}, std::string(random() % 99, 'x'), {}};
-      for (int e = below(5); e > 0; --e) {
-        file.entries.push_back({message("N", e), below(9), below(9), -below(9), 1, 1001});
-      }
-      if (below(2) == 1) {
-        file.catalogue =
-            Catalogue{{}, {{1, 2}}, {}, {}, {}, {{5, 6}, {7, 8}}, {}, below(2), 0, below(50)};
-      }
-      const bool extended = file.catalogue && file.catalogue->dt_flag > 0;
-      const auto values =
-          static_cast<std::size_t>(file.standard_values + (extended ? file.catalogue->rest : 0));
-      for (int r = 1 + below(3); r > 0; --r) {
-        std::vector<double> record(values);
-        for (double& value : record) {
-          const double any = std::ldexp(static_cast<double>(below(1u << 30)), below(1900) - 950);
-          value = std::stod(message(format_scientific(below(2) ? any : -any, 17, 9)));
-          if (std::fabs(value) < 2.3e-302) value = 0.0;
-        }
-        file.records.push_back(record);
-      }
-      const std::string bytes = sample::results_file_bytes(file);
-      std::ofstream("vnxres", std::ios::binary) << bytes;
-      results_to_text();
-      ::unlink("vnxres");
-      results_from_text();
-      std::ostringstream again;
-      again << std::ifstream("vnxres", std::ios::binary).rdbuf();
-      if (again.str() != bytes) ::_exit(77);
-      ::unlink("restxt");
-      ::unlink("vnxres");
-    }
-  });
-  EXPECT_EQ(outcome.listing, "");
-  EXPECT_EQ(outcome.status, 0);
 }
 
 // ---- Joining
