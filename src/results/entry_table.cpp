@@ -1,6 +1,6 @@
-// What the catalogue's elements imply, by kind, in the order of the entries of one element:
-//   CH number 5 with 12 cells -> P.CH5(1:12) T.CH5(1:2,1:12) VOID.CH5(1:12) G.CH5(1:2,1:13)
-//   DM.CH5(1:2,1:12)
+// Both parts of the table come from the header: what the catalogue's elements imply, kind by kind
+// in the order of their lists, then the listed entries. Their places in a record follow each other,
+// so that each is the one after the entry before it.
 #include "results/entry_table.h"
 
 #include <string>
@@ -14,48 +14,7 @@ EntryTable entry_table;
 
 namespace {
 
-// Shape of a quantity: rows by columns, of which one may follow the number of cells N.
-enum class Extent { kOne, kTwo, kFour, kCells, kFaces };  // kFaces: N + 1
-
-struct Quantity {
-  std::string_view name;
-  Extent rows, columns;
-};
-
 using enum Extent;
-constexpr Quantity kChQuantities[] = {{"P.CH", kCells, kOne},
-                                      {"T.CH", kTwo, kCells},
-                                      {"VOID.CH", kCells, kOne},
-                                      {"G.CH", kTwo, kFaces},
-                                      {"DM.CH", kTwo, kCells}};
-constexpr Quantity kHcsQuantities[] = {{"TW.HCS", kTwo, kCells}, {"QW.HCS", kFour, kCells}};
-constexpr Quantity kColQuantities[] = {
-    {"P.COL", kOne, kOne}, {"T.COL", kTwo, kOne}, {"VOID.COL", kOne, kOne}, {"DM.COL", kTwo, kOne}};
-constexpr Quantity kSchQuantities[] = {{"G.SCH", kTwo, kOne}};
-constexpr Quantity kSlvesQuantities[] = {{"P.SLVES", kOne, kOne},       {"Q.SLVES", kTwo, kOne},
-                                         {"VOIDP.SLVES", kCells, kOne}, {"PP.SLVES", kCells, kOne},
-                                         {"GEN.SLVES", kOne, kOne},     {"M.SLVES", kTwo, kOne}};
-constexpr Quantity kTankQuantities[] = {{"PA.TANK", kOne, kOne},   {"PV.TANK", kOne, kOne},
-                                        {"TENV.TANK", kOne, kOne}, {"VOIDP.TANK", kCells, kOne},
-                                        {"PP.TANK", kCells, kOne}, {"GEN.TANK", kOne, kOne},
-                                        {"GVM.TANK", kOne, kOne},  {"M.TANK", kTwo, kOne}};
-constexpr Quantity kAccumQuantities[] = {{"P.ACCUM", kOne, kOne},  {"TF.ACCUM", kOne, kOne},
-                                         {"TG.ACCUM", kOne, kOne}, {"TW.ACCUM", kOne, kOne},
-                                         {"PW.ACCUM", kOne, kOne}, {"MG.ACCUM", kOne, kOne},
-                                         {"MF.ACCUM", kOne, kOne}};
-
-struct KindQuantities {
-  const Quantity* first;
-  int count;
-};
-template <int N>
-constexpr KindQuantities quantities(const Quantity (&rows)[N]) {
-  return {rows, N};
-}
-constexpr KindQuantities kQuantities[kElementKinds] = {
-    quantities(kChQuantities),   quantities(kHcsQuantities),   quantities(kColQuantities),
-    quantities(kSchQuantities),  quantities(kSlvesQuantities), quantities(kTankQuantities),
-    quantities(kAccumQuantities)};
 
 std::int64_t extent_of(Extent extent, std::int32_t cells) {
   switch (extent) {
@@ -73,9 +32,9 @@ std::int64_t extent_of(Extent extent, std::int32_t cells) {
   return std::int64_t{cells} + 1;
 }
 
-std::string entry_name(const Quantity& quantity, std::int32_t number, std::int64_t rows,
-                       std::int64_t columns) {
-  std::string name = message(quantity.name, number);
+std::string entry_name(const ElementKind& kind, const Quantity& quantity, std::int32_t number,
+                       std::int64_t rows, std::int64_t columns) {
+  std::string name = message(quantity.name, '.', kind.name, number);
   const bool one_column = quantity.columns == kOne;
   if (quantity.rows == kOne) return name;
   append_piece(name, message("(1:", rows));
@@ -95,12 +54,12 @@ HeaderStatus add_entry(std::string_view name, std::int64_t rows, std::int64_t co
   return HeaderStatus::kOk;
 }
 
-HeaderStatus add_element(ElementKind kind, ElementPair element) {
-  for (int k = 0; k < kQuantities[kind].count; ++k) {
-    const Quantity& quantity = kQuantities[kind].first[k];
+HeaderStatus add_element(const ElementKind& kind, ElementPair element) {
+  for (int k = 0; k < kind.quantity_count(); ++k) {
+    const Quantity& quantity = kind.quantities[static_cast<std::size_t>(k)];
     const std::int64_t rows = extent_of(quantity.rows, element.cells);
     const std::int64_t columns = extent_of(quantity.columns, element.cells);
-    const std::string name = entry_name(quantity, element.number, rows, columns);
+    const std::string name = entry_name(kind, quantity, element.number, rows, columns);
     const HeaderStatus status = add_entry(name, rows, columns);
     if (status != HeaderStatus::kOk) return status;
   }
@@ -110,10 +69,10 @@ HeaderStatus add_element(ElementKind kind, ElementPair element) {
 HeaderStatus add_catalogue(const ResultsHeader& header) {
   if (!header.has_catalogue()) return HeaderStatus::kOk;
   if (header.is_extended()) add_entry("DT", 1, 1);
-  for (int k = 0; k < kElementKinds; ++k) {
-    const auto kind = static_cast<ElementKind>(k);
+  for (int kind = 0; kind < kElementKindCount; ++kind) {
     for (int e = 0; e < header.count_of(kind); ++e) {
-      const HeaderStatus status = add_element(kind, header.elements[header.list_start[k] + e]);
+      const ElementPair element = header.elements[header.list_start[kind] + e];
+      const HeaderStatus status = add_element(kElementKinds[kind], element);
       if (status != HeaderStatus::kOk) return status;
     }
   }

@@ -11,41 +11,23 @@ namespace {
 
 static_assert(std::endian::native == std::endian::little, "files are little-endian byte streams");
 
-// Place of a kind's count among the eight, and the entries that each of its elements makes.
-struct KindRow {
-  int count_index;
-  int entries;
-};
-constexpr KindRow kKindRows[kElementKinds] = {
-    {0, 5},  // CH:    P T VOID G DM
-    {6, 2},  // HCS:   TW QW
-    {2, 4},  // COL:   P T VOID DM
-    {1, 1},  // SCH:   G
-    {4, 6},  // SLVES: P Q VOIDP PP GEN M
-    {5, 8},  // TANK:  PA PV TENV VOIDP PP GEN GVM M
-    {3, 7},  // ACCUM: P TF TG TW PW MG MF
-};
-
 constexpr int kCatalogueCapacity = kMaxEntries - 1;
-
-bool is_list(HeaderGroup group) { return group >= kChList && group <= kAccumList; }
 
 // Entries of DT and of the lists before `kind`.
 std::int64_t entries_before(const ResultsHeader& header, int kind) {
   std::int64_t entries = header.is_extended() ? 1 : 0;
   for (int k = 0; k < kind; ++k) {
-    const auto count = header.count_of(static_cast<ElementKind>(k));
-    entries += std::max<std::int64_t>(count, 0) * kKindRows[k].entries;
+    entries += std::max<std::int64_t>(header.count_of(k), 0) * kElementKinds[k].quantity_count();
   }
   return entries;
 }
 
 // Pairs of a list that are read: all of them, or up to the one that fills the catalogue.
-int pairs_read(const ResultsHeader& header, ElementKind kind) {
+int pairs_read(const ResultsHeader& header, int kind) {
   const std::int64_t count = header.count_of(kind);
   if (count < 1) return 1;
   const std::int64_t room = kCatalogueCapacity - entries_before(header, kind);
-  return static_cast<int>(std::min(count, room / kKindRows[kind].entries + 1));
+  return static_cast<int>(std::min(count, room / kElementKinds[kind].quantity_count() + 1));
 }
 
 HeaderStatus check_sizes(const ResultsHeader& header) {
@@ -67,10 +49,6 @@ HeaderStatus check_parts(const ResultsHeader& header) {
 
 }  // namespace
 
-std::int32_t ResultsHeader::count_of(ElementKind kind) const {
-  return counts[kKindRows[kind].count_index];
-}
-
 std::size_t HeaderItems::bytes() const {
   const auto items = static_cast<std::size_t>(count);
   switch (kind) {
@@ -87,9 +65,9 @@ std::size_t HeaderItems::bytes() const {
 HeaderItems items_of(ResultsHeader& header, HeaderGroup group) {
   const bool catalogue = header.has_catalogue();
   if (is_list(group)) {
-    const int kind = group - kChList;
+    const int kind = kind_of_list(group);
     const int start = kind == 0 ? 0 : header.list_start[kind];
-    const int pairs = catalogue ? pairs_read(header, static_cast<ElementKind>(kind)) : 0;
+    const int pairs = catalogue ? pairs_read(header, kind) : 0;
     header.list_start[kind] = start;
     header.list_start[kind + 1] = start + pairs;
     return {HeaderItem::kInteger, catalogue, header.elements + start, 2 * pairs};
@@ -98,7 +76,8 @@ HeaderItems items_of(ResultsHeader& header, HeaderGroup group) {
     case kSizes:
       return {HeaderItem::kInteger, true, header.sizes, 4};
     case kCounts:
-      return {HeaderItem::kInteger, catalogue, header.counts, catalogue ? 8 : 0};
+      return {HeaderItem::kInteger, catalogue, header.counts,
+              catalogue ? kElementKindCount + 1 : 0};
     case kParts:
       return {HeaderItem::kInteger, catalogue, header.parts, catalogue ? 2 : 0};
     case kDescriptors:
@@ -114,16 +93,14 @@ HeaderStatus check_group(const ResultsHeader& header, HeaderGroup group) {
   if (group == kSizes) return check_sizes(header);
   if (!header.has_catalogue()) return HeaderStatus::kOk;
   if (is_list(group)) {
-    const bool full = entries_before(header, group - kChList + 1) > kCatalogueCapacity;
+    const bool full = entries_before(header, kind_of_list(group) + 1) > kCatalogueCapacity;
     return full ? HeaderStatus::kCatalogueFull : HeaderStatus::kOk;
   }
   return group == kParts ? check_parts(header) : HeaderStatus::kOk;
 }
 
-int entries_of_element(ElementKind kind) { return kKindRows[kind].entries; }
-
 std::int64_t catalogue_entries(const ResultsHeader& header) {
-  return header.has_catalogue() ? entries_before(header, kElementKinds) : 0;
+  return header.has_catalogue() ? entries_before(header, kElementKindCount) : 0;
 }
 
 HeaderStatus read_group(File& file, ResultsHeader& header, HeaderGroup group) {

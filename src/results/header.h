@@ -5,8 +5,9 @@
 //   group          items                                                          present
 //   kSizes         H1 NV NL NT                                                    always
 //   kCounts        nCH nSCH nCOL nACCUM nSLVES nTANK nHCS DTflag                  H1 < 0
-//   kChList ..     pairs (element number, cells), as many as the kind's count     H1 < 0
-//     kAccumList   has; a count below 1 gives one pair that means nothing
+//   kFirstList ..  a list for each kind of element: pairs (element number,        H1 < 0
+//                  cells), as many as the kind's count has; a count below 1
+//                  gives one pair that means nothing
 //   kParts         NB NR                                                          H1 < 0
 //   kDescriptors   NL integers, six an entry: link lo1 hi1 lo2 hi2 form           always
 //   kNames         NV names of 40 characters                                      always
@@ -22,6 +23,7 @@
 #include <string_view>
 
 #include "driver/file.h"
+#include "results/element_kinds.h"
 
 namespace zorvik {
 
@@ -30,10 +32,7 @@ constexpr int kEntryNameWidth = 40;
 constexpr int kEntryIntegers = 6;
 constexpr int kMaxTitle = 200;
 constexpr int kBlockValues = 20000;  // values of a block of the extended part
-
-// Element kinds in the order of their lists.
-enum ElementKind : int { kCh, kHcs, kCol, kSch, kSlves, kTank, kAccum };
-constexpr int kElementKinds = 7;
+constexpr std::int64_t kValueBytes = sizeof(double);
 
 struct ElementPair {
   std::int32_t number, cells;
@@ -42,26 +41,21 @@ struct ElementPair {
 enum HeaderGroup : int {
   kSizes,
   kCounts,
-  kChList,
-  kHcsList,
-  kColList,
-  kSchList,
-  kSlvesList,
-  kTankList,
-  kAccumList,
-  kParts,
+  kFirstList,  // of the kinds in the order of kElementKinds
+  kParts = kFirstList + kElementKindCount,
   kDescriptors,
   kNames,
   kTitle,
 };
-constexpr int kHeaderGroups = kTitle + 1;
+constexpr bool is_list(HeaderGroup group) { return group >= kFirstList && group < kParts; }
+constexpr int kind_of_list(HeaderGroup group) { return group - kFirstList; }
 
 struct ResultsHeader {
-  std::int32_t sizes[4];   // H1 NV NL NT
-  std::int32_t counts[8];  // in the order of the file, DTflag last
-  std::int32_t parts[2];   // NB NR
-  ElementPair elements[kMaxEntries + kElementKinds];
-  int list_start[kElementKinds + 1];  // first pair of each list, then the end of the last
+  std::int32_t sizes[4];                       // H1 NV NL NT
+  std::int32_t counts[kElementKindCount + 1];  // in the order of the file, DTflag last
+  std::int32_t parts[2];                       // NB NR
+  ElementPair elements[kMaxEntries + kElementKindCount];
+  int list_start[kElementKindCount + 1];  // first pair of each list, then the end of the last
   std::int32_t descriptors[kEntryIntegers * kMaxEntries];
   char names[kEntryNameWidth * kMaxEntries];
   char title[kMaxTitle];
@@ -71,8 +65,8 @@ struct ResultsHeader {
   std::int32_t nl() const { return sizes[2]; }
   std::int32_t nt() const { return sizes[3]; }
   bool has_catalogue() const { return h1() < 0; }
-  bool is_extended() const { return has_catalogue() && counts[7] > 0; }
-  std::int32_t count_of(ElementKind kind) const;
+  bool is_extended() const { return has_catalogue() && counts[kElementKindCount] > 0; }
+  std::int32_t count_of(int kind) const { return counts[kElementKinds[kind].count_place]; }
   std::string_view listed_name(int entry) const {  // 0 .. nv - 1, blanks included
     return {names + entry * kEntryNameWidth, static_cast<std::size_t>(kEntryNameWidth)};
   }
@@ -83,6 +77,7 @@ struct ResultsHeader {
     return is_extended() ? std::int64_t{parts[0]} * kBlockValues + parts[1] : 0;
   }
   std::int64_t record_values() const { return standard_values() + extended_values(); }
+  std::int64_t record_bytes() const { return record_values() * kValueBytes; }
 };
 
 // The items of one group: where they stand and how many there are. Valid once all groups before it
@@ -108,9 +103,6 @@ enum class HeaderStatus {
 
 // Judges what the groups up to `group` say, before anything that follows is sized by it.
 HeaderStatus check_group(const ResultsHeader& header, HeaderGroup group);
-
-// Entries that an element of the kind contributes to the catalogue.
-int entries_of_element(ElementKind kind);
 
 // Entries of the whole catalogue.
 std::int64_t catalogue_entries(const ResultsHeader& header);

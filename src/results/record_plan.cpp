@@ -11,8 +11,6 @@ namespace {
 
 constexpr int kMergedGap = 1024;  // values that are cheaper to read than to jump over
 
-constexpr std::int64_t kValueBytes = sizeof(double);
-
 struct RecordBuffer {
   double value[kBlockValues];
   std::int64_t start;  // in the file, bytes
@@ -105,7 +103,7 @@ void plan_records(RecordPlan& plan, const ResultsHeader& header, std::int64_t fi
   plan.spans.clear();
   plan.first_record = first_record;
   plan.record_values = header.record_values();
-  plan.data_end = first_record + records * plan.record_values * kValueBytes;
+  plan.data_end = first_record + records * header.record_bytes();
   add_runs(plan, named_only);
   add_run(plan, header.extended_values(), results_store.descriptor[kTau].start, 1);
   std::stable_sort(plan.runs.begin(), plan.runs.end(),

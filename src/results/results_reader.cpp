@@ -58,9 +58,7 @@ void open_and_read_header() {
   stop_on_bad_header(form_results_variables());
   state.header_read = true;
   state.next_record = 1;
-  const std::int64_t record_bytes =
-      header.record_values() * static_cast<std::int64_t>(sizeof(double));
-  state.records = std::max<std::int64_t>(file.size() - file.position(), 0) / record_bytes;
+  state.records = std::max<std::int64_t>(file.size() - file.position(), 0) / header.record_bytes();
 }
 
 // Positions that no entry covers hold the marker in every record: nothing but a record may write to

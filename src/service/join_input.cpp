@@ -10,23 +10,23 @@
 namespace zorvik {
 namespace {
 
-// How a difference of a group is reported: before, between and after the two names.
-struct DifferenceRow {
-  std::string_view before, between, after;
-};
-constexpr DifferenceRow kDifferences[kDescriptors + 1] = {
-    {"%fat- Length of inf. in ", " <> Length of inf. in ", ""},
-    {"%fat- Mandatory elem-s in ", " and ", " are different"},
-    {"%fat- Mandatory CH-s in ", " and ", " are different"},
-    {"%fat- Mandatory HCS-s in ", " and ", " are different"},
-    {"%fat- Mandatory COL-s in ", " and ", " are different"},
-    {"%fat- Mandatory SCH-s in ", " and ", " are different"},
-    {"%fat- Mandatory SLVES-s in ", " and ", " are different"},
-    {"%fat- Mandatory TANK-s in ", " and ", " are different"},
-    {"%fat- Mandatory ACCUM-s in ", " and ", " are different"},
-    {"%fat- Mandatory parts of ", " and ", " are different"},
-    {"%fat- Information in ", " and ", " is different"},
-};
+// What two catalogues differ in, as messages name it.
+std::string part_of_catalogue(HeaderGroup group) {
+  if (is_list(group)) return message(kElementKinds[kind_of_list(group)].name, "-s in ");
+  return group == kCounts ? "elem-s in " : "parts of ";
+}
+
+[[noreturn]] void stop_on_difference(HeaderGroup group, const std::string& one,
+                                     const std::string& other) {
+  if (group == kSizes) {
+    stop_with_listing(message("%fat- Length of inf. in ", one, " <> Length of inf. in ", other));
+  }
+  if (group == kDescriptors) {
+    stop_with_listing(message("%fat- Information in ", one, " and ", other, " is different"));
+  }
+  stop_with_listing(
+      message("%fat- Mandatory ", part_of_catalogue(group), one, " and ", other, " are different"));
+}
 
 void check_status(const JoinInput& input, HeaderStatus status) {
   switch (status) {
@@ -51,10 +51,7 @@ bool is_unreadable(HeaderStatus status) {
 
 // True when the group of both headers holds the same; the pair of an absent kind means nothing.
 bool group_is_equal(JoinInput& earlier, JoinInput& later, HeaderGroup group) {
-  if (group >= kChList && group <= kAccumList &&
-      earlier.header.count_of(static_cast<ElementKind>(group - kChList)) < 1) {
-    return true;
-  }
+  if (is_list(group) && earlier.header.count_of(kind_of_list(group)) < 1) return true;
   const HeaderItems one = items_of(earlier.header, group), other = items_of(later.header, group);
   return one.count == other.count && std::memcmp(one.data, other.data, one.bytes()) == 0;
 }
@@ -65,8 +62,7 @@ void compare_group(JoinInput& earlier, JoinInput& later, HeaderGroup group) {
   const HeaderStatus other = read_group(later.file, later.header, group);
   if (is_unreadable(other)) check_status(later, other);
   if (group <= kDescriptors && !group_is_equal(earlier, later, group)) {
-    const DifferenceRow& row = kDifferences[group];
-    stop_with_listing(message(row.before, earlier.name, row.between, later.name, row.after));
+    stop_on_difference(group, earlier.name, later.name);
   }
   check_status(earlier, one);
   check_status(later, other);
@@ -103,7 +99,7 @@ void compare_headers(JoinInput& earlier, JoinInput& later) {
   compare_names(earlier, later);
   for (JoinInput* input : {&earlier, &later}) {
     input->header_bytes = input->file.position();
-    input->record_bytes = input->header.record_values() * static_cast<std::int64_t>(sizeof(double));
+    input->record_bytes = input->header.record_bytes();
   }
 }
 
@@ -119,8 +115,7 @@ void count_records(JoinInput& input) {
 }
 
 double time_of_record(JoinInput& input, std::int64_t record) {
-  const std::int64_t extended_bytes =
-      input.header.extended_values() * static_cast<std::int64_t>(sizeof(double));
+  const std::int64_t extended_bytes = input.header.extended_values() * kValueBytes;
   double time = 0.0;
   const ReadStatus status =
       input.file.read_at(input.offset_of(record) + extended_bytes, &time, sizeof time);

@@ -95,10 +95,8 @@ void repair_results_file() {
     stop_repair("%fat- Read error during REPAIR operation. File <vnxres>", results.io_status());
   }
   const std::int64_t header_bytes = results.position();
-  const std::int64_t record_bytes =
-      header.record_values() * static_cast<std::int64_t>(sizeof(double));
-  const std::int64_t records = (size - header_bytes) / record_bytes;
-  const std::int64_t good_bytes = header_bytes + records * record_bytes;
+  const std::int64_t records = (size - header_bytes) / header.record_bytes();
+  const std::int64_t good_bytes = header_bytes + records * header.record_bytes();
   if (good_bytes == size) {
     issue_message(listing_unit, "%inf- File <vnxres> has a valid structure. File not changed");
     return;
