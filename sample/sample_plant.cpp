@@ -9,7 +9,6 @@
 namespace zorvik::sample {
 namespace {
 
-constexpr int kRecords = 31;
 constexpr double kTimeStep = 2.0;
 constexpr std::int32_t kBlock = 20000;
 
@@ -17,10 +16,10 @@ struct State {
   double t, s, u, p, h;
 };
 
-State state_at(double t) {
+State state_at(double t, double fall) {
   const double s = std::max(0.0, t - 10.0);
   const double u = std::max(0.0, s - 27.5);
-  return {t, s, u, 1.55e7 - 2.0e5 * s, std::max(0.0, std::min(t - 20.0, 44.0 - t))};
+  return {t, s, u, 1.55e7 - fall * s, std::max(0.0, std::min(t - 20.0, 44.0 - t))};
 }
 
 using Values = std::vector<double>;
@@ -107,7 +106,7 @@ Catalogue sample_catalogue() {
   c.tank = {{1, 6}, {2, 3}};
   c.accum = {{1, 1}, {2, 1}, {3, 1}, {4, 1}};
   c.dt_flag = 1;
-  const auto size = static_cast<std::int32_t>(extended_part(c, state_at(0.0)).size());
+  const auto size = static_cast<std::int32_t>(extended_part(c, State{}).size());
   c.blocks = size / kBlock;
   c.rest = size % kBlock;
   return c;
@@ -115,7 +114,7 @@ Catalogue sample_catalogue() {
 
 }  // namespace
 
-ResultsFile sample_results() {
+ResultsFile sample_results(int first, int last, double fall) {
   ResultsFile file{};
   file.catalogue = sample_catalogue();
   file.title = "SAMPLE PLANT. SMALL BREAK IN THE COLD LEG";
@@ -123,8 +122,8 @@ ResultsFile sample_results() {
                   {"VALVE(1:4)", 1, 4, 1, 1, 4003},
                   {"FLUX(1:2,1:3)", 1, 2, 1, 3, 2001},
                   {"FLUX(1:2,4:6)", 1, 2, 4, 6, 2001}};
-  for (int k = 0; k < kRecords; ++k) {
-    const State x = state_at(k * kTimeStep);
+  for (int k = first; k <= last; ++k) {
+    const State x = state_at(k * kTimeStep, fall);
     Values record = extended_part(*file.catalogue, x);
     const Values standard = standard_part(x);
     file.standard_values = static_cast<std::int32_t>(standard.size());
@@ -139,7 +138,7 @@ SaveFile sample_savings() {
   file.controls.title = "SAMPLE PLANT. SAVINGS";
   file.controls.state_values = 3;
   for (std::int32_t number = 1; number <= 3; ++number) {
-    const State x = state_at(20.0 * number);
+    const State x = state_at(20.0 * number, kFall);
     SaveRecord record{};
     record.time = x.t;
     record.largest_step = 0.125;
@@ -156,6 +155,19 @@ const std::vector<SampleFile>& sample_files() {
       {"vnxres", [] { return results_file_bytes(sample_results()); }},
       {"vnxsav", [] { return save_file_bytes(sample_savings()); }},
       {"nwsp_dat", [] { return sample_property_file_bytes(); }},
+      {"run1", [] { return results_file_bytes(sample_results(0, 20)); }},
+      {"run2", [] { return results_file_bytes(sample_results(15)); }},
+      {"variant", [] { return results_file_bytes(sample_results(0, 30, 1.5e5)); }},
+      {"cut_results",
+       [] {
+         const std::string more = results_file_bytes(sample_results(0, 21));
+         return more.substr(0, results_file_bytes(sample_results(0, 20)).size() + 1000);
+       }},
+      {"cut_savings",
+       [] {
+         const std::string whole = save_file_bytes(sample_savings());
+         return whole.substr(0, whole.size() - 10);
+       }},
   };
   return files;
 }

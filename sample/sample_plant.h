@@ -30,7 +30,13 @@
 //   FLUX(i,j)         100 * i + 10 * j + t; 2 by 6, stored in two pieces of three columns each
 //
 // vnxsav has three records at 20, 40 and 60 s, each with the events BREAK and SCRAM and the state
-// t, s, p. nwsp_dat holds the tables of property_file.h.
+// t, s, p. nwsp_dat holds the tables of property_file.h. Variants, each a results file but the
+// last:
+//   run1              the records up to 40 s
+//   run2              the records from 30 s on: a restart of run1
+//   variant           a smaller break: p = 1.55E7 - 1.5E5 * s
+//   cut_results       run1 and 1000 bytes of its next record
+//   cut_savings       vnxsav without its last 10 bytes
 #ifndef ZORVIK_SAMPLE_SAMPLE_PLANT_H_
 #define ZORVIK_SAMPLE_SAMPLE_PLANT_H_
 
@@ -43,14 +49,18 @@
 
 namespace zorvik::sample {
 
-ResultsFile sample_results();
+inline constexpr double kFall = 2.0e5;  // of the pressure, Pa/s
+
+// The records from number `first` to `last`, counted from 0.
+ResultsFile sample_results(int first = 0, int last = 30, double fall = kFall);
 SaveFile sample_savings();
 
-// The files of the sample plant by name; the one place that lists them.
+// The files of the sample plant by name, the plain ones first; the one place that lists them.
 struct SampleFile {
   const char* name;
   std::string (*bytes)();
 };
+inline constexpr std::size_t kPlainFiles = 3;
 const std::vector<SampleFile>& sample_files();
 
 }  // namespace zorvik::sample

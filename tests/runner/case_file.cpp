@@ -73,11 +73,13 @@ std::string bytes_of(const Section& section) {
   return bytes;
 }
 
-std::string content_as(const Section& section, const std::string& name, const std::string& form) {
+// `form_at` is the heading's word that tells the form; a name may follow "sample".
+std::string content_as(const Section& section, const std::string& name, std::size_t form_at) {
+  const std::string form = section.word(form_at), other = section.word(form_at + 1);
   if (form == "text" || form.empty()) return text_of(section);
   if (form == "binary") return bytes_of(section);
   for (const auto& file : sample::sample_files()) {
-    if (form == "sample" && file.name == name) return file.bytes();
+    if (form == "sample" && file.name == (other.empty() ? name : other)) return file.bytes();
   }
   reject(section.where, "neither text nor binary nor a file of the sample plant");
 }
@@ -95,8 +97,8 @@ void add_expectation(const Section& section, Case& c, std::size_t name_at) {
     }
     c.expectations.push_back({name, found->second, false, text_of(section)});
   } else {
-    c.expectations.push_back(
-        {name, Match::kWhole, how == "binary", content_as(section, name, how)});
+    c.expectations.push_back({name, Match::kWhole, how == "binary" || how == "sample",
+                              content_as(section, name, name_at + 1)});
   }
 }
 
@@ -134,11 +136,11 @@ void add_section(const Section& section, Case& c, const std::string& repository)
   if (kind == "zrvdat") {
     c.inputs[kind] = text_of(section);
   } else if (kind == "program") {
-    c.inputs["zrvdat"] = content_of(repository + '/' + name);
+    c.inputs["zrvdat"] = text_of(section) + content_of(repository + '/' + name);
   } else if (kind == "vnxres" || kind == "vnxsav" || kind == "nwsp_dat") {
     c.inputs[kind] = bytes_of(section);
   } else if (kind == "input") {
-    c.inputs[name] = content_as(section, name, section.word(2));
+    c.inputs[name] = content_as(section, name, 2);
   } else if (kind == "console" || kind == "zrvlis") {
     add_expectation(section, c, 0);
   } else if (kind == "file" || kind == "absent") {

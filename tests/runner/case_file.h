@@ -2,10 +2,10 @@
 //
 //   === the rule of the case in one sentence
 //   --- zrvdat                     the program text; so too: program PATH (a file of the
-//   repository)
+//                                  repository, behind the lines of the section)
 //   --- vnxres                     an input file as commented binary text; so too vnxsav, nwsp_dat
-//   --- input NAME text            an input file as it stands here; or: binary, or: sample (the
-//                                  file of that name of the sample plant)
+//   --- input NAME text            an input file as it stands here; or: binary, or: sample [FILE]
+//                                  (the file of that name, or FILE, of the sample plant)
 //   --- console                    what the console must hold; without it, nothing. `console any`
 //   --- zrvlis                     the whole listing; so too: file NAME
 //   --- zrvlis contains            these lines, one after the other, somewhere; or: lacks
@@ -15,7 +15,7 @@
 //   --- each                       last section of a case whose program holds an "@": one case for
 //                                  each line that begins with no blank, which stands for the "@";
 //                                  it stops, and the listing contains the lines behind it
-//   --- file NAME binary           the bytes, as commented binary text; or: any
+//   --- file NAME binary           the bytes, as commented binary text; or: sample [FILE]; or: any
 //   --- absent NAME                a file that must not exist
 //   --- status 1                   the exit status; without it, 0
 //   --- errors                     what standard error must hold; without it, nothing
