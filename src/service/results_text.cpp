@@ -139,9 +139,9 @@ bool write_record_as_text(File& results, TextWriter& text, bool must_exist) {
 
 // ---- FROM_TEXT
 
-void check_from_text(TextReader& text, HeaderGroup group) {
+void check_from_text(GroupWriter& output, HeaderGroup group) {
   const HeaderStatus status = check_group(header, group);
-  if (status != HeaderStatus::kOk) text.stop(message(fault_of(status), kForm.text_name));
+  if (status != HeaderStatus::kOk) output.stop(message(fault_of(status), kForm.text_name));
 }
 
 void read_title(TextReader& text, std::span<char> title) {
@@ -160,7 +160,7 @@ void read_names(TextReader& text, char* names, int count) {
   text.marker(kTextEnd);
 }
 
-void read_header_group(TextReader& text, HeaderGroup group) {
+void read_header_group(TextReader& text, HeaderGroup group, GroupWriter& output) {
   const HeaderItems items = items_of(header, group);
   if (!items.present) return;
   const Sign sign = group == kSizes || group == kDescriptors ? Sign::kPlusOrMinus : Sign::kPlus;
@@ -177,20 +177,20 @@ void read_header_group(TextReader& text, HeaderGroup group) {
       read_title(text, {static_cast<char*>(items.data), static_cast<std::size_t>(items.count)});
       break;
   }
-  check_from_text(text, group);
-  text.write(items.data, items.bytes());
-  text.end_group();
+  check_from_text(output, group);
+  output.write(items.data, items.bytes());
+  output.end_group();
 }
 
-void read_record(TextReader& text) {
+void read_record(TextReader& text, GroupWriter& output) {
   for_each_piece([&](Piece piece) {
     for (std::int64_t left = piece.values; left > 0;) {
       const int count = next_count(left);
       for (int k = 0; k < count; ++k) block[k] = text.real(Sign::kPlusOrMinus);
-      text.write(block, static_cast<std::size_t>(count) * sizeof(double));
+      output.write(block, static_cast<std::size_t>(count) * sizeof(double));
       left -= count;
     }
-    text.end_group();
+    output.end_group();
   });
 }
 
@@ -231,12 +231,13 @@ void results_from_text() {
   if (inquire_file("vnxres").exists) open_file(kResultsUnit, "REN");
   open_file(kTextUnit, "TXR");
   open_file(kResultsUnit, "REN");
-  TextReader text(kTextUnit, results, kForm);
+  GroupWriter output(results, kForm);
+  TextReader text(kTextUnit, kForm, output);
   for (int group = kSizes; group <= kTitle; ++group) {
-    read_header_group(text, static_cast<HeaderGroup>(group));
+    read_header_group(text, static_cast<HeaderGroup>(group), output);
   }
   do {
-    read_record(text);
+    read_record(text, output);
   } while (text.more_follows());
   close_after_from_text(results, "<vnxres>");
   close_after_from_text(text_file, "<restxt>");

@@ -11,40 +11,32 @@
 namespace zorvik {
 namespace {
 
-bool is_times(const SaveField& field) {  // TAU and DT_MAX
-  return field.item == SaveItem::kReal && field.count.plus == SaveCount::kNone;
-}
-bool is_event_names(const SaveField& field) {
-  return field.item == SaveItem::kShortText && field.count.plus == SaveCount::kNev;
-}
-
 // Lists what it meets; with Listing::kNone it wants nothing.
 class Lister : public FieldTaker {
  public:
   Lister(Listing listing, const SaveCounts& counts) : listing_(listing), counts_(counts) {}
 
   bool wants(const SaveField& field) const override {
-    if (listing_ == Listing::kNone) return false;
-    if (is_event_names(field)) return listing_ == Listing::kEvents && counts_[SaveCount::kNev] > 0;
-    return field.item == SaveItem::kTitleChar || is_times(field) ||
-           field.keeps == SaveCount::kNsaves;
+    if (listing_ == Listing::kNone || field.role == FieldRole::kPlain) return false;
+    if (field.role != FieldRole::kEventNames) return true;
+    return listing_ == Listing::kEvents && counts_[SaveCount::kNev] > 0;
   }
 
   void take(const SaveField& field, const FieldItems&, void* slice, int count) override {
-    if (field.item == SaveItem::kTitleChar) {
+    if (field.role == FieldRole::kTitle) {
       if (title_.empty()) title_.assign(static_cast<char*>(slice), static_cast<std::size_t>(count));
-    } else if (is_times(field)) {
+    } else if (field.role == FieldRole::kTimes) {
       problem_time_ = *static_cast<double*>(slice);
-    } else if (is_event_names(field)) {
+    } else if (field.role == FieldRole::kEventNames) {
       for (int k = 0; k < count; ++k) add_event(static_cast<char*>(slice), k);
     }
   }
 
   void end(const SaveField& field, const FieldItems&) override {
-    if (field.keeps == SaveCount::kNsaves) {
+    if (field.role == FieldRole::kRecordNumber) {
       issue_message(listing_unit, message("Record = ", format_integer(counts_[SaveCount::kNsaves]),
                                           "     Problem time = ", format_real(problem_time_)));
-    } else if (is_event_names(field)) {
+    } else if (field.role == FieldRole::kEventNames) {
       issue_message(listing_unit, line_);
     }
   }
@@ -88,7 +80,7 @@ class Copier : public FieldTaker {
   bool wants(const SaveField&) const override { return true; }
 
   void take(const SaveField& field, const FieldItems& items, void* slice, int count) override {
-    const void* from = field.keeps == SaveCount::kNsaves ? &new_number_ : slice;
+    const void* from = field.role == FieldRole::kRecordNumber ? &new_number_ : slice;
     const auto bytes = static_cast<std::size_t>(count * bytes_of(items.item));
     if (const int status = target_.file.write(from, bytes); status != 0) {
       stop_on_failed_write(target_, status);

@@ -1,3 +1,6 @@
+// A walk goes field by field and slice by slice. The counts that a field keeps are taken over
+// before the taker sees the slice, so that source and taker alike know all counts up to where they
+// are.
 #include "service/save_layout.h"
 
 #include <algorithm>
@@ -11,6 +14,7 @@ namespace {
 
 static_assert(std::endian::native == std::endian::little, "files are little-endian byte streams");
 
+using enum FieldRole;
 using enum SaveCount;
 using enum SaveItem;
 using enum Presence;
@@ -29,7 +33,8 @@ constexpr Difference kRestOfS1 = between(kLs1p, kJ30ev);  // decides on R17 to R
 constexpr SaveField kControlStructures[] = {
     /* C1 */ {.comment = "! Ncons,lentit,lefle1,Nels", .item = kInteger, .count = exactly(4),
      .keeps = kNcons},
-    /* C2 */ {.comment = "! title", .item = kTitleChar, .count = all(kLentit)},
+    /* C2 */ {.comment = "! title", .item = kTitleChar, .role = kTitle,
+     .count = all(kLentit)},
     /* C3 */ {.comment = "! j30,j10,j2,(iE(j),j=1,Nels)", .item = kInteger, .count = exactly(3),
      .keeps = kJ30, .shape = kGroupGoesOn},
     {.item = kInteger, .count = all(kNels)},
@@ -43,8 +48,9 @@ constexpr SaveField kControlStructures[] = {
 
 constexpr SaveField kRecordFields[] = {
     /* R1 */ {.comment = "! Nvar", .item = kInteger, .count = exactly(1), .keeps = kNvar},
-    /* R2 */ {.comment = "! TAU,DT_MAX,Nsaves", .item = kReal, .count = exactly(2)},
-    {.item = kInteger, .count = exactly(1), .keeps = kNsaves},
+    /* R2 */ {.comment = "! TAU,DT_MAX,Nsaves", .item = kReal, .role = kTimes,
+     .count = exactly(2)},
+    {.item = kInteger, .role = kRecordNumber, .count = exactly(1), .keeps = kNsaves},
     /* R3 */ {.comment = "! j3x,j2x,nx,j3xt,j2x00,(iX(j),j=1,nx),(iX1(j),j=1,nx),"
      "(iexX(j),j=j2x000,j2x-1)",
      .item = kInteger, .count = exactly(5), .keeps = kJ3x},
@@ -65,8 +71,8 @@ constexpr SaveField kRecordFields[] = {
      .presence = kWhenAny, .placeholder = kBlank},
     /* R10 */ {.comment = "! (Cev(j),j=1,j3ce-1) OR 0", .item = kReal, .count = below(kJ3ce),
      .presence = kWhenAny, .placeholder = kZero, .minus_in_text = true},
-    /* R11 */ {.comment = "! (cnEV(j),j=1,nev) OR SP", .item = kShortText, .count = all(kNev),
-     .presence = kWhenAny, .placeholder = kBlank, .comment_needs_items = true},
+    /* R11 */ {.comment = "! (cnEV(j),j=1,nev) OR SP", .item = kShortText, .role = kEventNames,
+     .count = all(kNev), .presence = kWhenAny, .placeholder = kBlank, .comment_needs_items = true},
     /* R12 */ {.comment = "! (iadev(j),j=1,nev) OR 0", .item = kInteger, .count = all(kNev),
      .presence = kWhenAny, .placeholder = kZero, .comment_needs_items = true},
     /* R13 */ {.comment = "! j0ev", .item = kInteger, .count = exactly(1), .keeps = kJ0ev},
@@ -111,37 +117,12 @@ void forget_record_counts(SaveCounts& counts) {
   std::fill(counts.value + static_cast<int>(kNvar), std::end(counts.value), 0);
 }
 
-// Reads the items of one field; kEnd when the file ends before its first byte.
-PartStatus walk_field(File& file, SaveCounts& counts, const SaveField& field, FieldTaker& taker) {
-  alignas(8) static char slice[kSliceBytes];
-  const FieldItems items = items_of(counts, field);
-  if (!items.present) return PartStatus::kOk;
-  const bool wanted = taker.wants(field);
-  if (wanted) taker.begin(field, items);
-  bool any = false;
-  for (std::int64_t left = items.count; left > 0;) {
-    const bool slicewise = wanted || field.keeps != kNone;
-    const int count = slicewise ? slice_of(items.item, left) : 0;
-    const ReadStatus status =
-        slicewise ? file.read(slice, static_cast<std::size_t>(count * bytes_of(items.item)))
-                  : file.skip(left * bytes_of(items.item));
-    if (status == ReadStatus::kError) return PartStatus::kReadError;
-    if (status != ReadStatus::kOk) {
-      return status == ReadStatus::kEnd && !any ? PartStatus::kEnd : PartStatus::kCut;
-    }
-    if (!slicewise) break;
-    any = true;
-    if (field.keeps != kNone) {
-      keep_counts(counts, field, reinterpret_cast<const std::int32_t*>(slice));
-    }
-    if (wanted) taker.take(field, items, slice, count);
-    left -= count;
-  }
-  if (wanted) taker.end(field, items);
-  return PartStatus::kOk;
-}
+constexpr int kSliceBytes = kSliceItems * 8;
 
-}  // namespace
+int slice_of(SaveItem item, std::int64_t items_left) {
+  const std::int64_t most = std::min<std::int64_t>(kSliceItems, kSliceBytes / bytes_of(item));
+  return static_cast<int>(std::min(items_left, most));
+}
 
 std::span<const SaveField> fields_of(SavePart part) {
   if (part == SavePart::kControlStructures) return kControlStructures;
@@ -158,29 +139,87 @@ FieldItems items_of(const SaveCounts& counts, const SaveField& field) {
           stands_in ? 1 : 0};
 }
 
-int slice_of(SaveItem item, std::int64_t items_left) {
-  const std::int64_t most = std::min<std::int64_t>(kSliceItems, kSliceBytes / bytes_of(item));
-  return static_cast<int>(std::min(items_left, most));
-}
-
-void keep_counts(SaveCounts& counts, const SaveField& field, const std::int32_t* integers) {
-  const int first = static_cast<int>(field.keeps);
-  std::copy_n(integers, field.count.in(counts), counts.value + first);
+// Takes over from the integers of a field the counts that it keeps.
+void keep_counts(SaveCounts& counts, const SaveField& field, const char* slice) {
+  if (field.keeps == kNone) return;
+  const auto kept = static_cast<std::size_t>(field.count.in(counts));
+  std::memcpy(counts.value + static_cast<int>(field.keeps), slice, kept * sizeof(std::int32_t));
   if (field.keeps == kNnlist && counts[kNnlist] != 0 && counts[kJ0li] > kMaxListIntegers) {
     stop_on_console("%dbg- ZRV2:LIST: 5*MXelem>lpres");
   }
 }
 
-PartStatus walk_part(File& file, SavePart part, SaveCounts& counts, FieldTaker& taker) {
+// The end of the file before the first byte of a field may be the end of all records.
+PartStatus status_after(ReadStatus read, bool first_slice) {
+  if (read == ReadStatus::kOk) return PartStatus::kOk;
+  if (read == ReadStatus::kError) return PartStatus::kReadError;
+  return read == ReadStatus::kEnd && first_slice ? PartStatus::kEnd : PartStatus::kCut;
+}
+
+PartStatus walk_items(FieldSource& source, SaveCounts& counts, const SaveField& field,
+                      const FieldItems& items, FieldTaker* taker) {
+  alignas(8) static char slice[kSliceBytes];
+  for (std::int64_t left = items.count; left > 0;) {
+    const int count = slice_of(items.item, left);
+    const ReadStatus read = source.read(field, items, slice, count);
+    if (read != ReadStatus::kOk) return status_after(read, left == items.count);
+    keep_counts(counts, field, slice);
+    if (taker != nullptr) taker->take(field, items, slice, count);
+    left -= count;
+  }
+  return PartStatus::kOk;
+}
+
+// Takes one field; kEnd when the source ends before its first byte.
+PartStatus walk_field(FieldSource& source, SaveCounts& counts, const SaveField& field,
+                      FieldTaker& taker) {
+  const FieldItems items = items_of(counts, field);
+  if (!items.present) return PartStatus::kOk;
+  const bool wanted = taker.wants(field);
+  if (!wanted && field.keeps == kNone && items.count > 0) {
+    if (const auto skipped = source.skip(items)) return status_after(*skipped, true);
+  }
+  if (wanted) taker.begin(field, items);
+  source.begin(field, items);
+  const PartStatus status = walk_items(source, counts, field, items, wanted ? &taker : nullptr);
+  if (status != PartStatus::kOk) return status;
+  source.end(field, items);
+  if (wanted) taker.end(field, items);
+  return PartStatus::kOk;
+}
+
+class FileSource : public FieldSource {
+ public:
+  explicit FileSource(File& file) : file_(file) {}
+
+  ReadStatus read(const SaveField&, const FieldItems& items, void* slice, int count) override {
+    return file_.read(slice, static_cast<std::size_t>(count * bytes_of(items.item)));
+  }
+  std::optional<ReadStatus> skip(const FieldItems& items) override {
+    return file_.skip(items.count * bytes_of(items.item));
+  }
+
+ private:
+  File& file_;
+};
+
+}  // namespace
+
+PartStatus walk_part(FieldSource& source, SavePart part, SaveCounts& counts, FieldTaker& taker) {
   forget_record_counts(counts);
   bool first = part == SavePart::kRecord;
   for (const SaveField& field : fields_of(part)) {
-    const PartStatus status = walk_field(file, counts, field, taker);
+    const PartStatus status = walk_field(source, counts, field, taker);
     if (status == PartStatus::kEnd) return first ? PartStatus::kEnd : PartStatus::kCut;
     if (status != PartStatus::kOk) return status;
     first = false;
   }
   return PartStatus::kOk;
+}
+
+PartStatus walk_part(File& file, SavePart part, SaveCounts& counts, FieldTaker& taker) {
+  FileSource source(file);
+  return walk_part(source, part, counts, taker);
 }
 
 }  // namespace zorvik

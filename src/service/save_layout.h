@@ -1,5 +1,6 @@
-// The save file's layout, written down once: a table of fields, and the walk over it that reads a
-// part of the file. Scanning, listing, copying, writing as text and reading from text go by it.
+// The save file's layout, written down once: a table of fields, and the walk over it that takes a
+// part from where it comes from to where it goes. Scanning, listing, copying, writing as text and
+// reading from text are such walks.
 //
 // vnxsav is a little-endian byte stream with nothing between the fields: the control structures,
 // groups C1 to C6, once, then saving records, groups R1 to R28, to the file's end. A group is one
@@ -12,6 +13,7 @@
 #define ZORVIK_SERVICE_SAVE_LAYOUT_H_
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -73,9 +75,19 @@ enum class TextShape : std::uint8_t {
   kSliced,       // a number group for every 20000 items, none when there are no items
 };
 
+// What a field is to the commands; the system code alone knows what the plain ones are.
+enum class FieldRole : std::uint8_t {
+  kPlain,
+  kTitle,
+  kTimes,         // the problem time, then the largest time step
+  kRecordNumber,  // which a copy gets anew
+  kEventNames,
+};
+
 struct SaveField {
   std::string_view comment = {};  // comment line of the text form before the field
   SaveItem item;
+  FieldRole role = FieldRole::kPlain;
   Difference count = {};
   SaveCount keeps = SaveCount::kNone;  // the first of the counts that the items become
   Presence presence = Presence::kAlways;
@@ -87,7 +99,6 @@ struct SaveField {
 };
 
 enum class SavePart { kControlStructures, kRecord };
-std::span<const SaveField> fields_of(SavePart part);
 
 // What a field holds, the counts before it being known.
 struct FieldItems {
@@ -96,16 +107,21 @@ struct FieldItems {
   SaveItem item;
   std::int64_t count;  // >= 0
 };
-FieldItems items_of(const SaveCounts& counts, const SaveField& field);
 
 // Items are handled in slices of at most so many.
 constexpr int kSliceItems = 20000;
-constexpr int kSliceBytes = kSliceItems * 8;
-int slice_of(SaveItem item, std::int64_t items_left);
 
-// Takes over from the integers of a field the counts that it keeps. A list longer than the system
-// code can hold ends the run: "%dbg- ZRV2:LIST: 5*MXelem>lpres" on the console.
-void keep_counts(SaveCounts& counts, const SaveField& field, const std::int32_t* integers);
+// Where the fields of a walk come from. Slices are asked for in their order.
+class FieldSource {
+ public:
+  virtual ~FieldSource() = default;
+  virtual void begin(const SaveField&, const FieldItems&) {}
+  virtual ReadStatus read(const SaveField& field, const FieldItems& items, void* slice,
+                          int count) = 0;
+  // Passes over all items of a field that nobody wants; without a value when they can only be read.
+  virtual std::optional<ReadStatus> skip(const FieldItems&) { return std::nullopt; }
+  virtual void end(const SaveField&, const FieldItems&) {}
+};
 
 // What is done with the fields met on a walk. Slices of a field come in their order; a field
 // without items has none.
@@ -125,8 +141,11 @@ enum class PartStatus {
   kReadError,
 };
 
-// Reads one part at the file's position. `counts` comes from the control structures (or is empty
-// when they are being read) and holds the part's own counts afterwards.
+// Takes one part from the source, or from the file's position, to the taker. `counts` comes from
+// the control structures (or is empty when they are being read) and holds the part's own counts
+// afterwards. A list longer than the system code can hold ends the run: "%dbg- ZRV2:LIST:
+// 5*MXelem>lpres" on the console.
+PartStatus walk_part(FieldSource& source, SavePart part, SaveCounts& counts, FieldTaker& taker);
 PartStatus walk_part(File& file, SavePart part, SaveCounts& counts, FieldTaker& taker);
 
 }  // namespace zorvik

@@ -146,96 +146,109 @@ void close_after_to_text(File& file, std::string_view name) {
 
 // ---- FROM_TEXT
 
-alignas(8) char slice[kSliceBytes];
+// Reads the items of fields from the text.
+class TextSource : public FieldSource {
+ public:
+  explicit TextSource(TextReader& text) : text_(text) {}
 
-// Reads `count` items of a field into the slice.
-void read_slice(TextReader& text, const SaveField& field, const FieldItems& items, int count) {
-  const bool minus = field.minus_in_text && items.item == field.item;  // not for a placeholder
-  const Sign sign = minus ? Sign::kPlusOrMinus : Sign::kPlus;
-  for (int k = 0; k < count; ++k) {
-    if (items.item == SaveItem::kInteger) {
-      reinterpret_cast<std::int32_t*>(slice)[k] = text.integer(sign);
-    } else if (items.item == SaveItem::kReal) {
-      reinterpret_cast<double*>(slice)[k] = text.real(sign);
-    } else {
-      const auto width = static_cast<std::size_t>(bytes_of(items.item));
-      copy_padded(slice + static_cast<std::size_t>(k) * width, width, text.text_item());
+  void begin(const SaveField&, const FieldItems& items) override {
+    if (is_text(items.item)) text_.marker(kTextBegin);
+    if (items.item == SaveItem::kTitleChar) read_character_line(items);
+  }
+
+  ReadStatus read(const SaveField& field, const FieldItems& items, void* slice,
+                  int count) override {
+    const bool minus = field.minus_in_text && items.item == field.item;  // not for a placeholder
+    const Sign sign = minus ? Sign::kPlusOrMinus : Sign::kPlus;
+    switch (items.item) {
+      case SaveItem::kInteger:
+        for (int k = 0; k < count; ++k) static_cast<std::int32_t*>(slice)[k] = text_.integer(sign);
+        break;
+      case SaveItem::kReal:
+        for (int k = 0; k < count; ++k) static_cast<double*>(slice)[k] = text_.real(sign);
+        break;
+      case SaveItem::kCharCode:
+        read_codes(static_cast<std::int32_t*>(slice), count);
+        break;
+      case SaveItem::kTitleChar:
+        std::copy_n(characters_.data(), count, static_cast<char*>(slice));
+        break;
+      case SaveItem::kShortText:
+      case SaveItem::kLongText:
+        read_texts(static_cast<char*>(slice), count, bytes_of(items.item));
+        break;
+    }
+    return ReadStatus::kOk;
+  }
+
+  void end(const SaveField&, const FieldItems& items) override {
+    if (is_text(items.item)) text_.marker(kTextEnd);
+  }
+
+ private:
+  // The one line of a title, or of the blank that stands in for absent texts.
+  void read_character_line(const FieldItems& items) {
+    const auto line = text_.whole_line(items.placeholder ? kTextColumns : kTitleColumns);
+    const bool good = items.placeholder ? line == kBlankItem
+                                        : static_cast<std::int64_t>(line.size()) == items.count + 2;
+    if (!good) text_.stop_on_line();
+    characters_ = line.substr(1, line.size() - 2);
+  }
+
+  void read_texts(char* items, int count, std::int64_t bytes) {
+    const auto width = static_cast<std::size_t>(bytes);
+    for (int k = 0; k < count; ++k, items += bytes) copy_padded(items, width, text_.text_item());
+  }
+
+  static_assert(kSliceItems % kCodesPerLine == 0, "a slice of codes ends with its line");
+  void read_codes(std::int32_t* codes, int count) {
+    for (int left = count; left > 0; left -= kCodesPerLine) {
+      const auto in_line = static_cast<std::size_t>(std::min(left, kCodesPerLine));
+      const std::string_view line = text_.whole_line(kTextColumns);
+      if (line.size() < in_line + 2) text_.stop_on_line();
+      for (const char code : line.substr(1, in_line)) *codes++ = static_cast<unsigned char>(code);
     }
   }
-}
 
-void write_slice(TextReader& text, const FieldItems& items, int count) {
-  text.write(slice, static_cast<std::size_t>(count * bytes_of(items.item)));
-}
+  TextReader& text_;
+  std::string_view characters_;  // of the line read last
+};
 
-void read_title(TextReader& text, const FieldItems& items) {
-  const std::string_view line = text.whole_line(kTitleColumns);
-  if (static_cast<std::int64_t>(line.size()) != items.count + 2) text.stop_on_line();
-  text.write(line.data() + 1, line.size() - 2);
-}
+// Writes the fields met on a walk over the text to the save file.
+class GroupTaker : public FieldTaker {
+ public:
+  GroupTaker(GroupWriter& output, const SaveCounts& counts) : output_(output), counts_(counts) {}
 
-void read_blank_item(TextReader& text) {
-  if (text.whole_line(kTextColumns) != kBlankItem) text.stop_on_line();
-  text.write(" ", 1);
-}
+  bool wants(const SaveField&) const override { return true; }
 
-void read_codes(TextReader& text, const FieldItems& items) {
-  for (std::int64_t left = items.count; left > 0;) {
-    const auto count = static_cast<int>(std::min<std::int64_t>(left, kCodesPerLine));
-    const std::string_view line = text.whole_line(kTextColumns);
-    if (static_cast<int>(line.size()) < count + 2) text.stop_on_line();
-    for (int k = 0; k < count; ++k) {
-      reinterpret_cast<std::int32_t*>(slice)[k] =
-          static_cast<unsigned char>(line[static_cast<std::size_t>(k) + 1]);
+  void begin(const SaveField& field, const FieldItems&) override {
+    if (!field.comment.empty()) output_.end_group();  // the one before
+  }
+
+  void take(const SaveField& field, const FieldItems& items, void* slice, int count) override {
+    if (field.keeps == SaveCount::kNvarAgain) finish_record(static_cast<std::int32_t*>(slice));
+    output_.write(slice, static_cast<std::size_t>(count * bytes_of(items.item)));
+  }
+
+ private:
+  // The last group's first integer has to be the record's first one; its second is always 1.
+  void finish_record(std::int32_t* last_group) {
+    if (counts_[SaveCount::kNvarAgain] != counts_[SaveCount::kNvar]) {
+      output_.stop(message("%fat- File <savtxt>. Invalid value ", counts_[SaveCount::kNvar]));
     }
-    write_slice(text, items, count);
-    left -= count;
+    last_group[1] = kWrittenI2;
   }
-}
 
-// Before the last group is written its first integer is compared with the record's first one.
-void check_last_group(TextReader& text, SaveCounts& counts) {
-  if (counts[SaveCount::kNvarAgain] != counts[SaveCount::kNvar]) {
-    text.stop(message("%fat- File <savtxt>. Invalid value ", counts[SaveCount::kNvar]));
-  }
-  reinterpret_cast<std::int32_t*>(slice)[1] = kWrittenI2;
-}
+  GroupWriter& output_;
+  const SaveCounts& counts_;
+};
 
-void read_items(TextReader& text, SaveCounts& counts, const SaveField& field,
-                const FieldItems& items) {
-  for (std::int64_t left = items.count; left > 0;) {
-    const int count = slice_of(items.item, left);
-    read_slice(text, field, items, count);
-    if (field.keeps != SaveCount::kNone) {
-      keep_counts(counts, field, reinterpret_cast<const std::int32_t*>(slice));
-    }
-    if (field.keeps == SaveCount::kNvarAgain) check_last_group(text, counts);
-    write_slice(text, items, count);
-    left -= count;
-  }
-}
-
-void read_field(TextReader& text, SaveCounts& counts, const SaveField& field) {
-  const FieldItems items = items_of(counts, field);
-  if (!items.present) return;
-  const bool markers = is_text(items.item);
-  if (markers) text.marker(kTextBegin);
-  if (items.item == SaveItem::kTitleChar) {
-    items.placeholder ? read_blank_item(text) : read_title(text, items);
-  } else if (items.item == SaveItem::kCharCode) {
-    read_codes(text, items);
-  } else {
-    read_items(text, counts, field, items);
-  }
-  if (markers) text.marker(kTextEnd);
-}
-
-void read_save_part(TextReader& text, SavePart part, SaveCounts& counts) {
-  for (const SaveField& field : fields_of(part)) {
-    if (!field.comment.empty()) text.end_group();  // of the group before
-    read_field(text, counts, field);
-  }
-  text.end_group();
+// What is wrong with the text ends the run, so that a part that returns is whole.
+void read_save_part(TextReader& text, SavePart part, SaveCounts& counts, GroupWriter& output) {
+  TextSource source(text);
+  GroupTaker taker(output, counts);
+  walk_part(source, part, counts, taker);
+  output.end_group();
 }
 
 void close_after_from_text(File& file, std::string_view name) {
@@ -268,11 +281,12 @@ void saving_from_text() {
   open_file(kTextUnit, "TXS");
   open_file(kSaveUnit, "SAN");
   File& save = file_on(kSaveUnit);
-  TextReader text(kTextUnit, save, kForm);
+  GroupWriter output(save, kForm);
+  TextReader text(kTextUnit, kForm, output);
   SaveCounts counts;
-  read_save_part(text, SavePart::kControlStructures, counts);
-  read_save_part(text, SavePart::kRecord, counts);
-  if (text.more_follows()) text.stop("%fat- File <savtxt>. Extra information detected");
+  read_save_part(text, SavePart::kControlStructures, counts, output);
+  read_save_part(text, SavePart::kRecord, counts, output);
+  if (text.more_follows()) output.stop("%fat- File <savtxt>. Extra information detected");
   close_after_from_text(save, "<vnxsav>");
   close_after_from_text(file_on(kTextUnit), "<savtxt>");
 }

@@ -5,7 +5,6 @@
 #include "driver/text.h"
 #include "driver/units.h"
 #include "lang/text/constants.h"
-#include "service/stop_command.h"
 #include "stores/value_types.h"
 
 namespace zorvik {
@@ -15,8 +14,8 @@ constexpr std::size_t kShortestItemLine = 3;  // its brackets and a character
 
 }  // namespace
 
-TextReader::TextReader(int text_unit, File& binary, const TextForm& form)
-    : unit_(text_unit), binary_(binary), form_(form), group_start_(binary.position()) {
+TextReader::TextReader(int text_unit, const TextForm& form, GroupWriter& output)
+    : unit_(text_unit), form_(form), output_(output) {
   reset_source_line();
   source_line.width = kTextColumns;
   reset_lexer();
@@ -24,17 +23,11 @@ TextReader::TextReader(int text_unit, File& binary, const TextForm& form)
   lexer_state.operators = false;
 }
 
-void TextReader::stop(std::string_view text, int io_status) {
-  binary_.cut_back_to(group_start_);
-  binary_.close();
-  stop_command(text, form_.consequence, io_status, source_line.number);
-}
-
 void TextReader::stop_at_end() {
   if (source_line.failure != 0) {
-    stop(message("%fat- Read error. File ", form_.text_name, '.'), source_line.failure);
+    output_.stop(message("%fat- Read error. File ", form_.text_name, '.'), source_line.failure);
   }
-  stop(message("%fat- Premature end of file detected. File ", form_.text_name));
+  output_.stop(message("%fat- Premature end of file detected. File ", form_.text_name));
 }
 
 std::string_view TextReader::lexeme() {
@@ -48,7 +41,7 @@ std::string_view TextReader::lexeme() {
     case LexStatus::kEnd:
       stop_at_end();
     case LexStatus::kError:
-      stop(message(lexeme_.view(), " File ", form_.text_name));
+      output_.stop(message(lexeme_.view(), " File ", form_.text_name));
   }
   return lexeme_.view();
 }
@@ -56,7 +49,7 @@ std::string_view TextReader::lexeme() {
 bool TextReader::more_follows() {
   if (peeked_) return true;
   const LexStatus status = next_lexeme(unit_, lexeme_);
-  if (status == LexStatus::kError) stop(message(lexeme_.view(), " File ", form_.text_name));
+  if (status == LexStatus::kError) output_.stop(message(lexeme_.view(), " File ", form_.text_name));
   if (status == LexStatus::kEnd && source_line.failure != 0) stop_at_end();
   peeked_ = status == LexStatus::kLexeme;
   return peeked_;
@@ -66,7 +59,7 @@ bool TextReader::more_follows() {
 std::string_view TextReader::number(Sign sign, bool& negative) {
   std::string_view text = lexeme();
   if (text == "+" || text == "-") {
-    stop(message("%fat- Invalid lexeme\"", text, "\" File ", form_.text_name));
+    output_.stop(message("%fat- Invalid lexeme\"", text, "\" File ", form_.text_name));
   }
   negative = text.front() == '-' && sign == Sign::kPlusOrMinus;
   if (text.front() == '+' || negative) text.remove_prefix(1);
@@ -76,7 +69,7 @@ std::string_view TextReader::number(Sign sign, bool& negative) {
 std::int32_t TextReader::integer(Sign sign) {
   bool negative = false;
   const int value = parse_integer_constant(number(sign, negative), error_);
-  if (!error_.empty()) stop(message(error_, " File ", form_.text_name));
+  if (!error_.empty()) output_.stop(message(error_, " File ", form_.text_name));
   return negative ? -value : value;
 }
 
@@ -101,12 +94,12 @@ double TextReader::repaired_real(std::string_view text) {
   } else if (form_.bad_exponent_is_zero) {
     return 0.0;
   }
-  stop(message(error_, " File ", form_.text_name));
+  output_.stop(message(error_, " File ", form_.text_name));
 }
 
 void TextReader::marker(std::string_view text) {
   if (lexeme() != text) {
-    stop(message("%fat- File ", form_.text_name, ". String ", text, " expected"));
+    output_.stop(message("%fat- File ", form_.text_name, ". String ", text, " expected"));
   }
 }
 
@@ -125,20 +118,7 @@ std::string_view TextReader::text_item() {
 }
 
 void TextReader::stop_on_line() {
-  stop(message("%fat- File ", form_.text_name, ". Invalid string ", line_));
-}
-
-void TextReader::write(const void* from, std::size_t bytes) {
-  if (const int status = binary_.write(from, bytes); status != 0) {
-    stop(message("%fat- Write error. File ", form_.binary_name, '.'), status);
-  }
-}
-
-void TextReader::end_group() {
-  if (const int status = binary_.flush(); status != 0) {
-    stop(message("%fat- Write error. File ", form_.binary_name, '.'), status);
-  }
-  group_start_ = binary_.position();
+  output_.stop(message("%fat- File ", form_.text_name, ". Invalid string ", line_));
 }
 
 }  // namespace zorvik

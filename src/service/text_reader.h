@@ -1,10 +1,8 @@
-// Reader of the text forms: lexemes taken as numbers, whole lines taken as texts, and the binary
-// file that is made of them.
+// Reader of the text forms: lexemes taken as numbers, whole lines taken as texts.
 //
 // A lexeme runs to the next blank or line end, so a number and its sign are one; "!" begins a
 // comment; letters are taken in upper case, whole lines as they are. Lines count up to column 200.
-// Whatever is wrong ends the run: the message, with the line's number in the text file, then the
-// command's second line. The binary file is then cut back to its last complete group.
+// Whatever is wrong ends the run through GroupWriter::stop, which saves what the text has become.
 #ifndef ZORVIK_SERVICE_TEXT_READER_H_
 #define ZORVIK_SERVICE_TEXT_READER_H_
 
@@ -12,19 +10,10 @@
 #include <string>
 #include <string_view>
 
-#include "driver/file.h"
-#include "driver/messages.h"
 #include "lang/text/lexer.h"
+#include "service/group_writer.h"
 
 namespace zorvik {
-
-// What differs between the two text forms.
-struct TextForm {
-  std::string_view text_name, binary_name;  // "<restxt>", "<vnxres>"
-  std::string_view consequence;             // second line of every refusal
-  // A real that can't be converted although it has an exponent: is it 0 without a word?
-  bool bad_exponent_is_zero;
-};
 
 // Signs that a number may have before it. A sign that it may not have is left to the conversion,
 // which refuses it.
@@ -32,8 +21,8 @@ enum class Sign { kPlus, kPlusOrMinus };
 
 class TextReader {
  public:
-  // Both files are open; the text is read from its first line.
-  TextReader(int text_unit, File& binary, const TextForm& form);
+  // The text is open and read from its first line; `output` is what becomes of it.
+  TextReader(int text_unit, const TextForm& form, GroupWriter& output);
 
   // "%fat- Invalid lexeme" and the quoted lexeme for a sign alone; the conversion's message; the
   // lexer's message; each followed by " File " and the text's name. "%fat- Premature end of file
@@ -54,13 +43,6 @@ class TextReader {
   // True when another lexeme follows (a malformed one is refused); it is the next one read.
   bool more_follows();
 
-  // Writes to the binary file: "%fat- Write error. File <..>.". A complete group goes to the disk
-  // at once, so that a full disk leaves nothing but whole groups.
-  void write(const void* from, std::size_t bytes);
-  void end_group();
-
-  [[noreturn]] void stop(std::string_view text, int io_status = kNoIoStatus);
-
  private:
   std::string_view lexeme();
   std::string_view number(Sign sign, bool& negative);
@@ -68,9 +50,8 @@ class TextReader {
   [[noreturn]] void stop_at_end();
 
   const int unit_;
-  File& binary_;
   const TextForm& form_;
-  std::int64_t group_start_ = 0;
+  GroupWriter& output_;
   Lexeme lexeme_ = {};
   bool peeked_ = false;
   std::string_view line_;
