@@ -6,6 +6,7 @@
 #include "driver/floating_point.h"
 #include "driver/messages.h"
 #include "driver/number_format.h"
+#include "driver/progress.h"
 #include "driver/run_end.h"
 #include "driver/text.h"
 #include "driver/units.h"
@@ -38,6 +39,7 @@ void report_used_space() {
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
   occupy_standard_descriptors();
+  watch_progress();
   flush_denormals_to_zero();
   set_up_tables();
   open_file(kProgramUnit, "DAT");

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "driver/progress.h"
 #include "driver/run_end.h"
 #include "driver/source_line.h"
 #include "driver/text.h"
@@ -16,6 +17,7 @@ namespace {
 
 // The console's own failures show in the exit status only: there is nowhere else to write.
 int write_record(int unit, std::string_view text, int io_status) {
+  if (unit == kConsole) clear_progress();
   File& file = file_on(unit);
   int failure = file.write_line(" ", text);
   if (io_status != kNoIoStatus && failure == 0) {

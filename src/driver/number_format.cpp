@@ -12,6 +12,7 @@
 #include <cstring>
 
 #include "driver/decimal_digits.h"
+#include "driver/notes.h"
 
 namespace zorvik {
 namespace {
@@ -66,6 +67,14 @@ constexpr Pairs kPairs = make_pairs();
 
 void put_pair(char* to, std::uint64_t number) { std::memcpy(to, kPairs.text + 2 * number, 2); }
 
+void note_missing_letter() {
+  note(Hazard::kExponentWithoutE, [] {
+    return std::string(
+        "a number with an exponent of three digits is written without the letter E, "
+        "as 1.5+100: some readers take it for a sum");
+  });
+}
+
 // Writes the sign, the digits with the point behind the first, and the exponent.
 NumberText laid_out(bool negative, DecimalDigits decimal, int decimals) {
   NumberText result;
@@ -84,6 +93,7 @@ NumberText laid_out(bool negative, DecimalDigits decimal, int decimals) {
   if (magnitude < 100) *end++ = 'E';
   *end++ = decimal.exponent < 0 ? '-' : '+';
   if (magnitude >= 100) {
+    note_missing_letter();
     *end++ = static_cast<char>('0' + magnitude / 100);
     magnitude %= 100;
   }
@@ -103,6 +113,7 @@ NumberText converted(double value, int decimals) {
     *e = 'E';
     result.length = static_cast<int>(end - result.text);
   } else {
+    note_missing_letter();
     --e;
     std::memmove(e, e + 1, static_cast<std::size_t>(end - e - 1));
     result.length = static_cast<int>(end - result.text) - 1;

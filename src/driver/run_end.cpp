@@ -1,8 +1,11 @@
 #include "driver/run_end.h"
 
 #include <cstdlib>
+#include <cstring>
 
 #include "driver/messages.h"
+#include "driver/notes.h"
+#include "driver/progress.h"
 #include "driver/text.h"
 #include "driver/units.h"
 
@@ -39,7 +42,15 @@ void end_run(RunEnd end) {
     good = false;
     report_failed_close(kListingUnit, status);
   }
-  if (file_on(kConsole).flush() != 0) good = false;
+  if (const int status = file_on(kConsole).flush(); status != 0) {
+    good = false;
+    note(Hazard::kUnwrittenConsole, [&] {
+      return message("the console can't be written, output is lost: ",
+                     std::string_view(std::strerror(status)));
+    });
+  }
+  end_progress();
+  write_notes();
   std::exit(good ? EXIT_SUCCESS : EXIT_FAILURE);
 }
 

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "driver/messages.h"
+#include "driver/notes.h"
 #include "driver/text.h"
 #include "driver/units.h"
 
@@ -22,11 +23,44 @@ void list_line() {
   issue_message(source_line.list_to, message(std::string_view(number, sizeof number), text));
 }
 
+// True when the text ends inside a comment: "!" outside a character constant begins one.
+bool ends_in_comment(std::string_view text) {
+  bool in_constant = false;
+  for (const char c : text) {
+    if (c == '\'') in_constant = !in_constant;
+    if (c == '!' && !in_constant) return true;
+  }
+  return false;
+}
+
+// Notes what stands behind the significant columns, once a line, unless it is blank or comment;
+// returns the length that counts.
+int without_lost_text(int length) {
+  static int last_noted = 0;
+  const std::string_view all(source_line.text, static_cast<std::size_t>(length));
+  const auto width = static_cast<std::size_t>(source_line.width);
+  const std::string_view lost = trim_right(trim_left(all.substr(width)));
+  const int number = source_line.number + 1;
+  const bool harmless =
+      lost.empty() || lost.front() == '!' || ends_in_comment(all.substr(0, width));
+  if (!harmless && number > last_noted) {
+    last_noted = number;
+    note(Hazard::kTextBehindMargin, [&] {
+      return message("line ", number, ": \"", lost, "\" stands behind column ", width,
+                     " and is not read");
+    });
+  }
+  return source_line.width;
+}
+
 // Reads a record into the line; kOk, kEnd or kError.
 ReadStatus read_record(int unit) {
   int length = 0;
-  const ReadStatus status = file_on(unit).read_line(source_line.text, source_line.width, length);
+  const bool listed = source_line.list_to != 0;
+  const int columns = listed && notes_wanted() ? kLineCapacity : source_line.width;
+  const ReadStatus status = file_on(unit).read_line(source_line.text, columns, length);
   if (status != ReadStatus::kOk) return status;
+  if (length > source_line.width) length = without_lost_text(length);
   std::memset(source_line.text + length, ' ', static_cast<std::size_t>(kLineCapacity - length));
   const std::string_view all(source_line.text, static_cast<std::size_t>(length));
   source_line.length = static_cast<int>(trim_right(all).size());

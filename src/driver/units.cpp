@@ -10,6 +10,7 @@
 #include <cstdlib>
 
 #include "driver/messages.h"
+#include "driver/notes.h"
 #include "driver/text.h"
 
 namespace zorvik {
@@ -85,6 +86,8 @@ void open_file(int unit, std::string_view code, std::string_view name, TextFile 
   const bool scratch = opening == Opening::kScratch;
   File& file = file_on(unit);
   if (const int status = open_as(file, file_name, opening, text_file); status != 0) {
+    note(Hazard::kUnopenedFile,
+         [&] { return open_error_in_words(scratch ? "the scratch file" : file_name, status); });
     stop_on_console(scratch ? std::string("%fat- Open error. Scratch file")
                             : message("%fat- Open error. File ", file_name),
                     status);

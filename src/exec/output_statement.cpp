@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "driver/messages.h"
+#include "driver/notes.h"
 #include "driver/number_format.h"
 #include "driver/text.h"
 #include "driver/units.h"
@@ -58,8 +59,17 @@ class LineWriter {
   int last_column() const { return is_output_ ? kLastOutputColumn : kLastColumn; }
 
   void add(std::string_view text, int last) {
-    if (length_ + static_cast<int>(text.size()) > last) flush();
+    if (length_ + static_cast<int>(text.size()) > last) wrap();
     append(text);
+  }
+
+  void wrap() {
+    if (length_ == 0) return;
+    flush();
+    note(Hazard::kWrappedLine, [&] {
+      return message("line ", evaluation.line, ": the values do not fit into one line of ",
+                     last_column() + 1, " columns and go on in the next");
+    });
   }
 
   void append(std::string_view text) {

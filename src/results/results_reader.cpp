@@ -4,6 +4,10 @@
 #include <string>
 
 #include "driver/messages.h"
+#include "driver/notes.h"
+#include "driver/number_format.h"
+#include "driver/progress.h"
+#include "driver/text.h"
 #include "driver/units.h"
 #include "results/record_plan.h"
 #include "results/results_variables.h"
@@ -22,8 +26,8 @@ RecordPlan plan;
 
 struct ReaderState {
   bool header_read;
-  std::int64_t records;      // complete records of the file
-  std::int64_t next_record;  // from 1
+  std::int64_t records;  // complete records of the file
+  std::int64_t loaded;   // of them so far
 };
 ReaderState state;
 
@@ -57,8 +61,20 @@ void open_and_read_header() {
   stop_on_bad_header(build_entry_table(header));
   stop_on_bad_header(form_results_variables());
   state.header_read = true;
-  state.next_record = 1;
+  state.loaded = 0;
   state.records = std::max<std::int64_t>(file.size() - file.position(), 0) / header.record_bytes();
+}
+
+void note_cut_record(File& file) {
+  const std::int64_t left_over =
+      file.size() - plan.first_record - state.records * header.record_bytes();
+  if (left_over <= 0) return;
+  note(Hazard::kCutResults, [&] {
+    return message("vnxres ends inside a record: ", state.records,
+                   " records read, the last at TAU = ",
+                   trim_left(std::string_view(format_real(main_key_value(kTau)))), ", ", left_over,
+                   " bytes left over; SCMD2('REPAIR RESULTS',0) cuts them off");
+  });
 }
 
 // Positions that no entry covers hold the marker in every record: nothing but a record may write to
@@ -89,15 +105,20 @@ int read_results_record() {
     if (state.records == 0) stop_with_listing("%fat- File <vnxres> has no records");
     clear_blocks();
     plan_records(plan, header, file.position(), state.records, false);
+    show_progress_of({"records", &state.loaded, state.records, &main_key_value(kTau)});
   }
-  if (!file.is_open() || state.next_record > state.records) return kNoMoreRecords;
-  const ReadStatus status = load_record(file, plan, state.next_record);
+  if (!file.is_open()) return kNoMoreRecords;
+  if (state.loaded >= state.records) {
+    note_cut_record(file);
+    return kNoMoreRecords;
+  }
+  const ReadStatus status = load_record(file, plan, state.loaded + 1);
   if (status == ReadStatus::kError) stop_on_bad_header(HeaderStatus::kReadError);
   if (status != ReadStatus::kOk) {  // cut while it was being read
     state.records = 0;
     return kNoMoreRecords;
   }
-  ++state.next_record;
+  ++state.loaded;
   return kRecordLoaded;
 }
 

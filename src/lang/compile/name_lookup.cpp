@@ -1,8 +1,10 @@
 #include "lang/compile/name_lookup.h"
 
 #include "driver/messages.h"
+#include "driver/notes.h"
 #include "driver/text.h"
 #include "lang/code/procedure_table.h"
+#include "lang/compile/nearest_name.h"
 #include "results/results_variables.h"
 #include "stores/keys.h"
 #include "stores/notkeys.h"
@@ -69,10 +71,21 @@ Found find_main_key(const Lexeme& name, bool target, const NameScope& scope, Ite
   return Found::kYes;
 }
 
+void note_near_name(std::string_view name, int line) {
+  const std::string_view near = notes_wanted() ? nearest_known_name(name) : std::string_view{};
+  if (near.empty()) return;
+  note(Hazard::kUnknownName, [&] {
+    return message("line ", line, ": ", name, " is not known; did you mean ", near, "?");
+  });
+}
+
 Found find_notkey_name(const Lexeme& name, bool target, const NameScope& scope, Item& item) {
   int number = find_notkey(name.view());
   if (number == 0) {
-    if (!target) return report(message("%err- Undefined variable ", name.view()), scope);
+    if (!target) {
+      note_near_name(name.view(), scope.line);
+      return report(message("%err- Undefined variable ", name.view()), scope);
+    }
     number = enter_notkey(name.view(), scope.line);
   }
   item = make_variable(kNotkeyLink * number, kNotkeyStore, kUnknownRank, kInteger, target);
