@@ -153,6 +153,8 @@ void add_section(const Section& section, Case& c, const std::string& repository)
     c.errors = text_of(section);
   } else if (kind == "argument") {
     c.argument = name;
+  } else if (kind == "environment") {
+    c.environment = name;
   } else if (kind == "room") {
     c.room = std::strtoul(name.c_str(), nullptr, 10);
   } else if (kind == "sweep") {

@@ -20,6 +20,7 @@
 //   --- status 1                   the exit status; without it, 0
 //   --- errors                     what standard error must hold; without it, nothing
 //   --- argument WORD              given to the program on its command line
+//   --- environment NAME=VALUE     given to the program
 //   --- room 2000                  no file may grow beyond so many bytes: a full disk
 //   --- sweep NAME                 besides, every shorter NAME must give a defined end
 //   --- sweep NAME ints N          besides, so must hostile values in its first N integers
@@ -60,9 +61,10 @@ struct Case {
   std::vector<Expectation> expectations;
   std::vector<Sweep> sweeps;
   int status;
-  std::string errors;    // on standard error
-  std::string argument;  // empty: none
-  unsigned long room;    // 0: enough
+  std::string errors;       // on standard error
+  std::string argument;     // empty: none
+  std::string environment;  // NAME=VALUE; empty: none
+  unsigned long room;       // 0: enough
 };
 
 // Reads the cases of a file; a file that is not understood ends the runner with status 2.

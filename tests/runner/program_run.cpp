@@ -9,8 +9,6 @@
 #include <fstream>
 #include <iostream>
 
-#include "runner/case_file.h"
-
 namespace zorvik::runner {
 namespace {
 
@@ -43,8 +41,7 @@ ProgramRun::ProgramRun(const std::string& program) : program_(std::filesystem::a
 
 ProgramRun::~ProgramRun() { std::filesystem::remove_all(root_); }
 
-RunResult ProgramRun::run(const std::map<std::string, std::string>& files,
-                          const std::string& argument, unsigned long room) {
+RunResult ProgramRun::run(const Case& c, const std::map<std::string, std::string>& files) {
   std::filesystem::remove_all(directory_);
   std::filesystem::create_directory(directory_);
   for (const auto& [name, content] : files) {
@@ -54,8 +51,11 @@ RunResult ProgramRun::run(const std::map<std::string, std::string>& files,
   if (child == 0) {
     redirect(STDOUT_FILENO, root_ / "console");
     redirect(STDERR_FILENO, root_ / "errors");
-    limit_run(room);
-    const char* word = argument.empty() ? nullptr : argument.c_str();
+    limit_run(c.room);
+    unsetenv("ZORVIK_NOTES");
+    std::string variable = c.environment;
+    if (!variable.empty()) putenv(variable.data());
+    const char* word = c.argument.empty() ? nullptr : c.argument.c_str();
     if (chdir(directory_.c_str()) == 0) execl(program_.c_str(), program_.c_str(), word, nullptr);
     _exit(127);
   }

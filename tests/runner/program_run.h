@@ -6,6 +6,8 @@
 #include <map>
 #include <string>
 
+#include "runner/case_file.h"
+
 namespace zorvik::runner {
 
 struct RunResult {
@@ -21,10 +23,9 @@ class ProgramRun {
   ProgramRun(const ProgramRun&) = delete;
   ProgramRun& operator=(const ProgramRun&) = delete;
 
-  // Runs the program in an emptied directory that holds just these files. Writing beyond `room`
-  // bytes of a file fails, when `room` is not 0.
-  RunResult run(const std::map<std::string, std::string>& files, const std::string& argument,
-                unsigned long room);
+  // Runs the program in an emptied directory that holds just these files, with the argument, the
+  // environment and the room of the case.
+  RunResult run(const Case& c, const std::map<std::string, std::string>& files);
 
   const std::filesystem::path& directory() const { return directory_; }
 

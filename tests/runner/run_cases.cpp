@@ -90,7 +90,7 @@ std::string check_hostile(ProgramRun& run, const Case& c, const std::string& nam
                           std::string content, const std::string& what) {
   auto inputs = c.inputs;
   inputs[name] = std::move(content);
-  const RunResult result = run.run(inputs, c.argument, c.room);
+  const RunResult result = run.run(c, inputs);
   const std::string report = check_end(result, result.status == 1 ? 1 : 0, "");
   return report.empty() ? "" : "  sweep, " + name + ' ' + what + '\n' + report;
 }
@@ -114,7 +114,7 @@ std::string run_sweep(ProgramRun& run, const Case& c, const Sweep& sweep) {
 }
 
 std::string run_case(ProgramRun& run, const Case& c) {
-  const RunResult result = run.run(c.inputs, c.argument, c.room);
+  const RunResult result = run.run(c, c.inputs);
   std::string report = check_end(result, c.status, c.errors);
   report += check_expectations(c, result, run.directory());
   report += check_other_files(c, run.directory());
