@@ -76,8 +76,9 @@ void describe(Line& line) {
                     6);
   }
   if (const double seconds = now() - started; seconds > 0.0) {
+    const double rate = static_cast<double>(done) / seconds;
     line.add(", ");
-    line.add_number(static_cast<std::int64_t>(static_cast<double>(done) / seconds));
+    line.add_number(rate, std::chars_format::fixed, rate < 10.0 ? 1 : 0);
     line.add("/s");
   }
 }
