@@ -48,19 +48,27 @@ int File::attach(int descriptor) {
   return 0;
 }
 
-int File::open_old(const std::string& path) {
-  int descriptor = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
-  if (descriptor < 0 && (errno == EACCES || errno == EROFS || errno == EPERM)) {
-    descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  }
+// Not to wait is asked for at the opening, where a FIFO would wait, and taken back for the reading.
+int File::open_regular(const std::string& path, int access) {
+  const int descriptor = ::open(path.c_str(), access | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
   if (descriptor < 0) return fail(errno);
-  return attach(descriptor);
+  struct stat info;
+  int status = 0;
+  if (::fstat(descriptor, &info) != 0 || ::fcntl(descriptor, F_SETFL, 0) != 0) {
+    status = errno;
+  } else if (!S_ISREG(info.st_mode)) {
+    status = S_ISDIR(info.st_mode) ? EISDIR : EINVAL;
+  }
+  if (status == 0) return attach(descriptor);
+  ::close(descriptor);
+  return fail(status);
 }
 
-int File::open_to_read(const std::string& path) {
-  const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (descriptor < 0) return fail(errno);
-  return attach(descriptor);
+int File::open_to_read(const std::string& path) { return open_regular(path, O_RDONLY); }
+
+int File::open_to_rewrite(const std::string& path) {
+  const int status = open_regular(path, O_RDWR);
+  return status == EACCES || status == EROFS || status == EPERM ? open_to_read(path) : status;
 }
 
 int File::open_new(const std::string& path) {

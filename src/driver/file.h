@@ -26,10 +26,11 @@ class File {
   File(const File&) = delete;
   File& operator=(const File&) = delete;
 
-  // Each gives 0 or the errno value of the failure. `open_old` falls back to reading only when the
-  // file may not be written. The scratch file has no name and vanishes when it is closed.
-  int open_old(const std::string& path);
+  // Each gives 0 or the errno value of the failure. What is no regular file is never waited for: a
+  // folder gives EISDIR, anything else EINVAL. `open_to_rewrite` falls back to reading only when
+  // the file may not be written. The scratch file has no name and vanishes when it is closed.
   int open_to_read(const std::string& path);
+  int open_to_rewrite(const std::string& path);
   int open_new(const std::string& path);
   int open_scratch();
   void adopt_descriptor(int descriptor, bool line_buffered);  // the console
@@ -72,6 +73,7 @@ class File {
   bool is_same_file(const std::string& path) const;
 
  private:
+  int open_regular(const std::string& path, int access);
   int attach(int descriptor);
   int fail(int status);
   bool fill();  // reads on at position_ into the empty buffer; false at the end or on failure

@@ -16,7 +16,7 @@
 namespace zorvik {
 namespace {
 
-enum class Opening { kRead, kOld, kNew, kAsAsked, kScratch };
+enum class Opening { kRead, kNew, kAsAsked, kScratch };
 
 struct FileCode {
   std::string_view code;
@@ -26,9 +26,9 @@ struct FileCode {
 
 constexpr FileCode kFileCodes[] = {
     {"DAT", "zrvdat", Opening::kRead},    {"LIS", "zrvlis", Opening::kNew},
-    {"SC1", "", Opening::kScratch},       {"RES", "vnxres", Opening::kOld},
-    {"REC", "", Opening::kOld},           {"REN", "vnxres", Opening::kNew},
-    {"REW", "", Opening::kNew},           {"SAV", "vnxsav", Opening::kOld},
+    {"SC1", "", Opening::kScratch},       {"RES", "vnxres", Opening::kAsAsked},
+    {"REC", "", Opening::kAsAsked},       {"REN", "vnxres", Opening::kNew},
+    {"REW", "", Opening::kNew},           {"SAV", "vnxsav", Opening::kAsAsked},
     {"SAN", "vnxsav", Opening::kNew},     {"TXS", "savtxt", Opening::kAsAsked},
     {"TXR", "restxt", Opening::kAsAsked},
 };
@@ -36,18 +36,28 @@ constexpr FileCode kFileCodes[] = {
 std::array<File, kUnitCount> files;
 std::array<std::string, kUnitCount> write_error_subjects;
 
-int open_as(File& file, const std::string& name, Opening opening, TextFile text_file) {
+int open_for(File& file, const std::string& name, Use use) {
+  switch (use) {
+    case Use::kRead:
+      return file.open_to_read(name);
+    case Use::kRewrite:
+      return file.open_to_rewrite(name);
+    case Use::kCreate:
+      return file.open_new(name);
+  }
+  std::abort();
+}
+
+int open_as(File& file, const std::string& name, Opening opening, Use use) {
   switch (opening) {
     case Opening::kRead:
-      return file.open_to_read(name);
-    case Opening::kOld:
-      return file.open_old(name);
+      return open_for(file, name, Use::kRead);
     case Opening::kNew:
-      return file.open_new(name);
+      return open_for(file, name, Use::kCreate);
     case Opening::kScratch:
       return file.open_scratch();
     case Opening::kAsAsked:
-      return text_file == TextFile::kNew ? file.open_new(name) : file.open_old(name);
+      return open_for(file, name, use);
   }
   std::abort();
 }
@@ -70,7 +80,7 @@ File& file_on(int unit) {
   return file;
 }
 
-void open_file(int unit, std::string_view code, std::string_view name, TextFile text_file) {
+void open_file(int unit, std::string_view code, std::string_view name, Use use) {
   std::string file_name(name);
   Opening opening = Opening::kNew;
   bool known = false;
@@ -85,7 +95,7 @@ void open_file(int unit, std::string_view code, std::string_view name, TextFile 
 
   const bool scratch = opening == Opening::kScratch;
   File& file = file_on(unit);
-  if (const int status = open_as(file, file_name, opening, text_file); status != 0) {
+  if (const int status = open_as(file, file_name, opening, use); status != 0) {
     note(Hazard::kUnopenedFile,
          [&] { return open_error_in_words(scratch ? "the scratch file" : file_name, status); });
     stop_on_console(scratch ? std::string("%fat- Open error. Scratch file")

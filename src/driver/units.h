@@ -5,11 +5,11 @@
 //   DAT   zrvdat     text    exist  the program text
 //   LIS   zrvlis     text    be new the listing
 //   SC1   (no name)  binary  -      scratch file, gone when closed
-//   RES   vnxres     binary  exist  results file
+//   RES   vnxres     binary  exist  results file, read or rewritten
 //   REN   vnxres     binary  be new results file written by a service command
-//   REC   caller's   binary  exist  joining of results files
+//   REC   caller's   binary  exist  joining of results files, read or rewritten
 //   REW   caller's   binary  be new joining of results files
-//   SAV   vnxsav     binary  exist  save file
+//   SAV   vnxsav     binary  exist  save file, read or rewritten
 //   SAN   vnxsav     binary  be new save file written by a service command
 //   TXS   savtxt     text    either text form of saving
 //   TXR   restxt     text    either text form of results
@@ -39,7 +39,12 @@ constexpr int kScratchUnit = 32;
 constexpr int kFirstOutputUnit = 100;  // + the unit number in an OUTPUT's header
 constexpr int kUnitCount = 300;
 
-enum class TextFile { kOld, kNew };  // for TXS and TXR: must the file exist, or is it created?
+// What the caller will do with a file that the code does not decide on.
+enum class Use {
+  kRead,
+  kRewrite,  // it must exist
+  kCreate,   // it must not; for TXS and TXR
+};
 
 // Occupies the standard descriptors that the caller left closed, so that no file of the run becomes
 // the console. Called once, before any file is opened.
@@ -48,11 +53,11 @@ void occupy_standard_descriptors();
 // The file of a unit, open or not.
 File& file_on(int unit);
 
-// Opens the file of `code` on `unit` (SC1 always uses kScratchUnit). Returns only on success: a
-// failure writes "%fat- Open error. File " and the name with the I/O status on the console and ends
-// the run. From a successful LIS on, messages go to the listing.
-void open_file(int unit, std::string_view code, std::string_view name = {},
-               TextFile text_file = TextFile::kOld);
+// Opens the file of `code` on `unit` (SC1 always uses kScratchUnit). A file that must exist must be
+// a regular one, and is opened for reading only unless it is to be rewritten. Returns only on
+// success: a failure writes "%fat- Open error. File " and the name with the I/O status on the
+// console and ends the run. From a successful LIS on, messages go to the listing.
+void open_file(int unit, std::string_view code, std::string_view name = {}, Use use = Use::kRead);
 
 // Asks the system about a file by its name, open or not.
 struct Inquiry {

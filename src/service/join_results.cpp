@@ -178,7 +178,8 @@ void report(const JoinCommand& command, const TimePoints& t, double base_time) {
 
 void join_results_files(std::string_view text, double mode) {
   const JoinCommand command = parse_join_command(text, mode);
-  open_file(kSecondResultsUnit, "REC", command.earlier());
+  open_file(kSecondResultsUnit, "REC", command.earlier(),
+            command.mode == JoinMode::kAppend ? Use::kRewrite : Use::kRead);
   open_file(kThirdResultsUnit, "REC", command.later());
   JoinInput earlier{file_on(kSecondResultsUnit), command.earlier(), kFileOrdinals[1],
                     earlier_header};

@@ -106,7 +106,7 @@ std::int64_t cut_save_file(File& save, SaveCounts& counts, std::int64_t records)
   const std::int64_t end = save.position();
   if (const int status = save.truncate_here(); status != 0) stop_for_io(status);
   close_save_file(save);
-  open_save_file();
+  open_save_file(Use::kRewrite);
   read_control_structures(save, counts);
   return end;
 }
@@ -114,7 +114,7 @@ std::int64_t cut_save_file(File& save, SaveCounts& counts, std::int64_t records)
 }  // namespace
 
 void keep_records(std::span<const std::int32_t> chosen) {
-  File& save = open_save_file();
+  File& save = open_save_file(Use::kRewrite);
   SaveCounts counts;
   read_control_structures(save, counts);
   check_records(save, counts, chosen.back());

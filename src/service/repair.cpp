@@ -39,7 +39,7 @@ void end_file_here(File& file, std::string_view name) {
 }
 
 File& open_at_records(SaveCounts& counts) {
-  File& save = open_save_file();
+  File& save = open_save_file(Use::kRewrite);
   if (scan_save_part(save, SavePart::kControlStructures, counts) != ScanStatus::kOk) {
     stop_repair("%fat- Control structures in <vnxsav> are invalid");
   }
@@ -48,7 +48,7 @@ File& open_at_records(SaveCounts& counts) {
 
 // Opens vnxres and reads its header; the file then stands at the first record.
 File& open_results(ResultsHeader& header) {
-  open_file(kResultsUnit, "RES");
+  open_file(kResultsUnit, "RES", {}, Use::kRewrite);
   File& results = file_on(kResultsUnit);
   switch (read_header(results, header)) {
     case HeaderStatus::kOk:

@@ -209,7 +209,7 @@ void results_to_text() {
   File& text_file = file_on(kTextUnit);
   close_after_to_text(results, "<vnxres>");
   open_file(kResultsUnit, "RES");
-  open_file(kTextUnit, "TXR", {}, TextFile::kNew);
+  open_file(kTextUnit, "TXR", {}, Use::kCreate);
   TextWriter text(text_file, "<restxt>", kToTextConsequence);
   for (int group = kSizes; group <= kTitle; ++group) {
     read_and_check(results, static_cast<HeaderGroup>(group));

@@ -104,8 +104,8 @@ ScanStatus report_damage(PartStatus status, const File& file) {
 
 }  // namespace
 
-File& open_save_file() {
-  open_file(kSaveUnit, "SAV");
+File& open_save_file(Use use) {
+  open_file(kSaveUnit, "SAV", {}, use);
   return file_on(kSaveUnit);
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "driver/units.h"
 #include "service/save_layout.h"
 
 namespace zorvik {
@@ -24,7 +25,7 @@ enum class ScanStatus {
 };
 
 // Opens vnxsav on kSaveUnit and returns it (open_file's failure ends the run).
-File& open_save_file();
+File& open_save_file(Use use = Use::kRead);
 
 // Reads a part at the position of `file` and lists it as asked. Damage gives "%err- Read error.
 // File <vnxsav>", or "%err- Premature End_of_File detected during reading from <vnxsav>" and

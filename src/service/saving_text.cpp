@@ -265,7 +265,7 @@ void saving_to_text(double number) {
   SaveCounts counts;
   check_save_file(save, counts, number);
   if (const int status = save.rewind(); status != 0) stop_during("Rewind", "<vnxsav>", status);
-  open_file(kTextUnit, "TXS", {}, TextFile::kNew);
+  open_file(kTextUnit, "TXS", {}, Use::kCreate);
   TextWriter text(file_on(kTextUnit), "<savtxt>", kToTextConsequence);
   write_save_part(SavePart::kControlStructures, save, counts, text);
   if (!skip_records(save, counts, static_cast<std::int64_t>(number) - 1)) {
