@@ -1,5 +1,6 @@
-// run_cases PROGRAM REPOSITORY CASE_FILE: runs the cases of a file and shows what is not as it
-// must be. Status 0 when all is well, 1 when a case failed, 2 when the file is not understood.
+// run_cases REPOSITORY CASE_FILE PROGRAM...: runs the cases of a file with each program, sweeps
+// with the first one alone, and shows what is not as it must be. Status 0 when all is well, 1 when
+// a case failed, 2 when the file is not understood.
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
@@ -117,7 +118,11 @@ std::string run_case(ProgramRun& run, const Case& c) {
   const RunResult result = run.run(c, c.inputs);
   std::string report = check_end(result, c.status, c.errors);
   report += check_expectations(c, result, run.directory());
-  report += check_other_files(c, run.directory());
+  return report + check_other_files(c, run.directory());
+}
+
+std::string run_sweeps(ProgramRun& run, const Case& c) {
+  std::string report;
   for (const Sweep& sweep : c.sweeps) report += run_sweep(run, c, sweep);
   return report;
 }
@@ -127,17 +132,23 @@ std::string run_case(ProgramRun& run, const Case& c) {
 
 int main(int count, char** arguments) {
   using namespace zorvik::runner;
-  if (count != 4) {
-    std::cout << "usage: run_cases PROGRAM REPOSITORY CASE_FILE\n";
+  if (count < 4) {
+    std::cout << "usage: run_cases REPOSITORY CASE_FILE PROGRAM...\n";
     return 2;
   }
-  ProgramRun run(arguments[1]);
+  const std::vector<Case> cases = read_case_file(arguments[2], arguments[1]);
   int failures = 0;
-  for (const Case& c : read_case_file(arguments[3], arguments[2])) {
-    const std::string report = run_case(run, c);
-    if (report.empty()) continue;
-    ++failures;
-    std::cout << arguments[3] << ':' << c.line << ": " << c.rule << '\n' << report << '\n';
+  for (int k = 3; k < count; ++k) {
+    ProgramRun run(arguments[k]);
+    for (const Case& c : cases) {
+      std::string report = run_case(run, c);
+      if (k == 3) report += run_sweeps(run, c);
+      if (report.empty()) continue;
+      ++failures;
+      std::cout << arguments[2] << ':' << c.line << ": " << c.rule << "\n  run by " << arguments[k]
+                << '\n'
+                << report << '\n';
+    }
   }
   return failures == 0 ? 0 : 1;
 }

@@ -11,6 +11,9 @@
 #include "stores/value_types.h"
 
 namespace zorvik {
+
+constinit DecodedProgram decoded_program;
+
 namespace {
 
 bool undefined(double value) { return value == kUndefined; }

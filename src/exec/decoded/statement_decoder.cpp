@@ -8,8 +8,6 @@
 
 namespace zorvik {
 
-constinit DecodedProgram decoded_program;
-
 namespace {
 
 constexpr int kNotYet = 0, kNever = -1;
