@@ -38,35 +38,32 @@ Variable find_variable(int position, int count, int k, const Item& item) {
   return variable;
 }
 
-int push_subscripted(const Variable& variable, int subscripts) {
+void push_subscripted(const Variable& variable, int subscripts) {
   if (!variable.defined) return ia95fZ(variable);  // ends the run
   push_region(variable, select_region(variable, subscripts));
-  return 0;
 }
 
 void evaluate_items(int position, int first, int last) {
   const int count = code_store.word[position];
   for (int k = first; k < last; ++k) {
     const Item item = code_item(position, count, k);
-    int status = 0;
     switch (item.item_class()) {
       case ItemClass::kConstant:
         push_constant(item);
         break;
       case ItemClass::kVariable:
-        status = ia95fZ(find_variable(position, count, k, item));
+        ia95fZ(find_variable(position, count, k, item));
         break;
       case ItemClass::kOperator:
-        status = apply_operator(item.first, item.operands());
+        apply_operator(item.first, item.operands());
         break;
       case ItemClass::kFunction:
-        status = iu9fn2(item.first, item.operands());
+        iu9fn2(item.first, item.operands());
         break;
       case ItemClass::kSubscripted:
-        status = push_subscripted(find_variable(position, count, k, item), item.subscripts());
+        push_subscripted(find_variable(position, count, k, item), item.subscripts());
         break;
     }
-    if (status != 0) stop_in_procedure();
   }
 }
 

@@ -9,6 +9,7 @@
 #include "driver/text.h"
 #include "exec/functions/function_arguments.h"
 #include "exec/functions/random.h"
+#include "exec/values/run_state.h"
 #include "exec/values/scalar_operations.h"
 #include "lang/text/language_tables.h"
 
@@ -66,11 +67,11 @@ const Elementary& elementary_of(int number) {
 
 // Replaces an array by the element that no other one beats.
 template <class Better>
-int best_element(int number, Better better) {
-  if (require_numeric(number, 1, 1) != kFunctionDone) return kFunctionRefused;
+void best_element(int number, Better better) {
+  require_numeric(number, 1, 1);
   const StackEntry entry = top_entry();
   if (entry.shape == kRange) {
-    return refuse(message("%err- Meaningless shape <i1:i2> of argument in function ",
+    stop_on_error(message("%err- Meaningless shape <i1:i2> of argument in function ",
                           function_of(number).name));
   }
   const double* const values = values_of(entry);
@@ -79,24 +80,22 @@ int best_element(int number, Better better) {
     if (better(values[k], best)) best = values[k];
   }
   replace_by_scalar(1, entry.base_type, best);
-  return kFunctionDone;
 }
 
-int keep_one_of_two(bool first) {
+void keep_one_of_two(bool first) {
   const bool integer = argument(1, 2).base_type == kInteger && argument(2, 2).base_type == kInteger;
   const double value = argument_value(first ? 1 : 2, 2);
   replace_by_scalar(2, integer ? kInteger : kReal, integer ? round_half_away(value) : value);
-  return kFunctionDone;
 }
 
 }  // namespace
 
-int smallest_element(int number) {
-  return best_element(number, [](double a, double b) { return a < b; });
+void smallest_element(int number) {
+  best_element(number, [](double a, double b) { return a < b; });
 }
 
-int largest_element(int number) {
-  return best_element(number, [](double a, double b) { return a > b; });
+void largest_element(int number) {
+  best_element(number, [](double a, double b) { return a > b; });
 }
 
 bool elementary_accepts(int number, double x) {
@@ -117,41 +116,38 @@ BaseType elementary_type(int number, BaseType argument) {
   }
 }
 
-int apply_elementary(int number) {
-  if (require_numeric_scalars(number, 1) != kFunctionDone) return kFunctionRefused;
+void apply_elementary(int number) {
+  require_numeric_scalars(number, 1);
   StackEntry& entry = top_entry();
   double& x = *values_of(entry);
-  if (!elementary_accepts(number, x)) stop_in_function(elementary_of(number).refusal);
+  if (!elementary_accepts(number, x)) stop_at_statement(elementary_of(number).refusal);
   x = elementary_value(number, x);
   entry.base_type = elementary_type(number, entry.base_type);
-  return kFunctionDone;
 }
 
-int remainder_of_two(int number) {
-  if (require_numeric_scalars(number, 2) != kFunctionDone) return kFunctionRefused;
-  if (require_integers(number, 1, 2) != kFunctionDone) return kFunctionRefused;
+void remainder_of_two(int number) {
+  require_numeric_scalars(number, 2);
+  require_integers(number, 1, 2);
   const double dividend = round_half_away(argument_value(1, 2));
   const double divisor = round_half_away(argument_value(2, 2));
-  if (divisor == 0) stop_in_function("%fat- Integer divide by zero");
+  if (divisor == 0) stop_at_statement("%fat- Integer divide by zero");
   replace_by_scalar(2, kInteger, std::fmod(dividend, divisor) + 0.0);
-  return kFunctionDone;
 }
 
-int larger_of_two(int number) {
-  if (require_numeric_scalars(number, 2) != kFunctionDone) return kFunctionRefused;
-  return keep_one_of_two(argument_value(1, 2) > argument_value(2, 2));
+void larger_of_two(int number) {
+  require_numeric_scalars(number, 2);
+  keep_one_of_two(argument_value(1, 2) > argument_value(2, 2));
 }
 
-int smaller_of_two(int number) {
-  if (require_numeric_scalars(number, 2) != kFunctionDone) return kFunctionRefused;
-  return keep_one_of_two(argument_value(1, 2) < argument_value(2, 2));
+void smaller_of_two(int number) {
+  require_numeric_scalars(number, 2);
+  keep_one_of_two(argument_value(1, 2) < argument_value(2, 2));
 }
 
-int normal_random_number(int number) {
-  if (require_numeric_scalars(number, 2) != kFunctionDone) return kFunctionRefused;
+void normal_random_number(int number) {
+  require_numeric_scalars(number, 2);
   const double mean = argument_value(1, 2), deviation = argument_value(2, 2);
   replace_by_scalar(2, kReal, mean + deviation * static_cast<double>(gauss()));
-  return kFunctionDone;
 }
 
 }  // namespace zorvik

@@ -1,6 +1,6 @@
 // Functions of one or two numbers, and the extremes of an array. Each routine takes the function's
-// number and its arguments from the evaluation stack, which it replaces by the result; it returns
-// kFunctionDone or kFunctionRefused.
+// number and its arguments from the evaluation stack, which it replaces by the result. Every error
+// ends the run.
 #ifndef ZORVIK_EXEC_FUNCTIONS_ELEMENTARY_FUNCTIONS_H_
 #define ZORVIK_EXEC_FUNCTIONS_ELEMENTARY_FUNCTIONS_H_
 
@@ -10,13 +10,13 @@ namespace zorvik {
 
 // MINA, MAXA of an array or a scalar. "%err- Text or pointer arg. in function ", "%err- Meaningless
 // shape <i1:i2> of argument in function ".
-int smallest_element(int number);
-int largest_element(int number);
+void smallest_element(int number);
+void largest_element(int number);
 
 // ABS to RAND. "%err- Text or pointer arg. in function ", "%err- Array argument in function ";
 // outside the domain of LOG, SQRT, ASIN or ACOS the run ends with "%fat- LOG(X); X <= 0" and the
 // like.
-int apply_elementary(int number);
+void apply_elementary(int number);
 
 // The same functions of a number, for callers that know their argument to be a numeric scalar: is
 // it inside the domain, what is the value, of what type.
@@ -26,10 +26,10 @@ BaseType elementary_type(int number, BaseType argument);
 
 // MOD, MAX, MIN, RANDG. As apply_elementary; MOD: "%err- Not integer argument(s) in function ",
 // "%fat- Integer divide by zero".
-int remainder_of_two(int number);
-int larger_of_two(int number);
-int smaller_of_two(int number);
-int normal_random_number(int number);
+void remainder_of_two(int number);
+void larger_of_two(int number);
+void smaller_of_two(int number);
+void normal_random_number(int number);
 
 }  // namespace zorvik
 

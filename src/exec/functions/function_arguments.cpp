@@ -7,48 +7,41 @@
 #include "driver/messages.h"
 #include "driver/number_format.h"
 #include "driver/text.h"
+#include "exec/values/run_state.h"
 #include "lang/text/language_tables.h"
 
 namespace zorvik {
 namespace {
 
-// Refuses the call with `text` and the function's name unless all arguments are as asked for.
+// Ends the run with `text` and the function's name unless all arguments are as asked for.
 template <class Predicate>
-int require(int number, int first, int last, std::string_view text, Predicate as_wanted) {
+void require(int number, int first, int last, std::string_view text, Predicate as_wanted) {
   const int count = function_of(number).arguments;
   for (int k = first; k <= last; ++k) {
-    if (!as_wanted(argument(k, count))) return refuse(message(text, function_of(number).name));
+    if (!as_wanted(argument(k, count))) stop_on_error(message(text, function_of(number).name));
   }
-  return kFunctionDone;
 }
 
 }  // namespace
 
-int refuse(std::string_view text) {
-  issue_message(listing_unit, text);
-  return kFunctionRefused;
+void require_numeric(int number, int first, int last) {
+  require(number, first, last, "%err- Text or pointer arg. in function ",
+          [](const StackEntry& entry) { return is_numeric(entry.base_type); });
 }
 
-void stop_in_function(std::string_view text) { stop_with_listing(text, evaluation.line); }
-
-int require_numeric(int number, int first, int last) {
-  return require(number, first, last, "%err- Text or pointer arg. in function ",
-                 [](const StackEntry& entry) { return is_numeric(entry.base_type); });
+void require_scalars(int number, int first, int last) {
+  require(number, first, last, "%err- Array argument in function ",
+          [](const StackEntry& entry) { return entry.shape == kScalar; });
 }
 
-int require_scalars(int number, int first, int last) {
-  return require(number, first, last, "%err- Array argument in function ",
-                 [](const StackEntry& entry) { return entry.shape == kScalar; });
+void require_integers(int number, int first, int last) {
+  require(number, first, last, "%err- Not integer argument(s) in function ",
+          [](const StackEntry& entry) { return entry.base_type == kInteger; });
 }
 
-int require_integers(int number, int first, int last) {
-  return require(number, first, last, "%err- Not integer argument(s) in function ",
-                 [](const StackEntry& entry) { return entry.base_type == kInteger; });
-}
-
-int require_numeric_scalars(int number, int count) {
-  if (require_numeric(number, 1, count) != kFunctionDone) return kFunctionRefused;
-  return require_scalars(number, 1, count);
+void require_numeric_scalars(int number, int count) {
+  require_numeric(number, 1, count);
+  require_scalars(number, 1, count);
 }
 
 int rounded_argument(int k, int count) {

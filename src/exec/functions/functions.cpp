@@ -18,7 +18,7 @@ namespace {
 
 struct FunctionRoutine {
   std::string_view name;
-  int (*apply)(int number);
+  void (*apply)(int number);
 };
 
 constexpr std::array<FunctionRoutine, kFunctions.size()> kRoutines = {{
@@ -59,11 +59,11 @@ static_assert(stand_at_their_numbers());
 
 }  // namespace
 
-int iu9fn2(int function_number, int argument_count) {
+void iu9fn2(int function_number, int argument_count) {
   const bool known = function_number >= 1 && function_number <= std::ssize(kFunctions) &&
                      function_of(function_number).arguments == argument_count;
   if (!known) stop_on_unknown_function(argument_count);
-  return kRoutines[static_cast<std::size_t>(function_number) - 1].apply(function_number);
+  kRoutines[static_cast<std::size_t>(function_number) - 1].apply(function_number);
 }
 
 }  // namespace zorvik

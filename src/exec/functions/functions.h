@@ -4,16 +4,11 @@
 
 namespace zorvik {
 
-constexpr int kFunctionDone = 0;
-constexpr int kFunctionRefused = -1;
-
 // The function dispatcher; messages show this name. Replaces the `argument_count` topmost entries
-// of the evaluation stack, the first argument lowest, by the result of function 1 .. 32. Returns
-// kFunctionDone, or kFunctionRefused after an "%err-" message without a line in the listing, which
-// the evaluator completes and ends the run with. A "%fat-" message ends the run here, as does a
-// call that no function has: "%dbg- iu9fn2: invalid function number" or "%dbg- iu9fn2: unrecognized
-// function (3 arg-s)" on the console.
-int iu9fn2(int function_number, int argument_count);
+// of the evaluation stack, the first argument lowest, by the result of function 1 .. 32. Every
+// error ends the run, a call that no function has with "%dbg- iu9fn2: invalid function number" or
+// "%dbg- iu9fn2: unrecognized function (3 arg-s)" on the console.
+void iu9fn2(int function_number, int argument_count);
 
 }  // namespace zorvik
 

@@ -5,23 +5,23 @@
 
 #include "driver/number_format.h"
 #include "exec/functions/function_arguments.h"
+#include "exec/values/run_state.h"
 
 namespace zorvik {
 
-int evenly_spaced_array(int number) {
+void evenly_spaced_array(int number) {
   constexpr int kArguments = 3;
-  if (require_numeric_scalars(number, kArguments) != kFunctionDone) return kFunctionRefused;
-  if (require_integers(number, 3, 3) != kFunctionDone) return kFunctionRefused;
+  require_numeric_scalars(number, kArguments);
+  require_integers(number, 3, 3);
   const double first = argument_value(1, kArguments), last = argument_value(2, kArguments);
   const double wanted = std::fabs(round_half_away(argument_value(3, kArguments)));
   pop_entries(kArguments);
   if (!(wanted <= kValueCapacity - evaluation.values_used)) {
-    stop_in_function("%fat- Function LINA. 3rd argument is too large");
+    stop_at_statement("%fat- Function LINA. 3rd argument is too large");
   }
   const int count = std::max(static_cast<int>(wanted), 2);
   double* const values = push_array(kReal, count);
   for (int k = 0; k < count; ++k) values[k] = first + k * (last - first) / (count - 1);
-  return kFunctionDone;
 }
 
 double interpolate_linearly(const double* y, const double* x, int n, double at) {
@@ -34,23 +34,22 @@ double interpolate_linearly(const double* y, const double* x, int n, double at) 
   return y[i - 1] + (y[i] - y[i - 1]) / (x[i] - x[i - 1]) * (at - x[i - 1]);
 }
 
-int interpolate_linearly(int number) {
+void interpolate_linearly(int number) {
   constexpr int kArguments = 4;
-  if (require_numeric(number, 1, kArguments) != kFunctionDone) return kFunctionRefused;
-  if (require_scalars(number, 3, 4) != kFunctionDone) return kFunctionRefused;
-  if (require_integers(number, 3, 3) != kFunctionDone) return kFunctionRefused;
+  require_numeric(number, 1, kArguments);
+  require_scalars(number, 3, 4);
+  require_integers(number, 3, 3);
   const StackEntry y = argument(1, kArguments), x = argument(2, kArguments);
   if (y.shape != kArray || x.shape != kArray) {
-    return refuse("%err- Function LINS. 1st (and/or 2nd) argument not array");
+    stop_on_error("%err- Function LINS. 1st (and/or 2nd) argument not array");
   }
   const int n = rounded_argument(3, kArguments);
-  if (n < 2) return refuse("%err- Function LINS. 3rd argument < 2");
+  if (n < 2) stop_on_error("%err- Function LINS. 3rd argument < 2");
   if (y.length < n || x.length < n) {
-    return refuse("%err- Function LINS. Length of 1st (and/or 2nd) argument < 3rd argument");
+    stop_on_error("%err- Function LINS. Length of 1st (and/or 2nd) argument < 3rd argument");
   }
   const double at = argument_value(4, kArguments);
   replace_by_scalar(kArguments, kReal, interpolate_linearly(values_of(y), values_of(x), n, at));
-  return kFunctionDone;
 }
 
 }  // namespace zorvik

@@ -11,8 +11,8 @@ namespace zorvik {
 // pointer arg. in function ", "%err- Array argument in function ". The run ends with "%fat- WS1P1:
 // invalid 4th argument", "%fat- WS2P1: invalid 5th argument", with the message of a quantity out of
 // range, or with a failure of the tables file (wsp/property_file.h).
-int saturation_property(int number);
-int single_phase_property(int number);
+void saturation_property(int number);
+void single_phase_property(int number);
 
 }  // namespace zorvik
 

@@ -6,6 +6,7 @@
 #include "driver/messages.h"
 #include "driver/text.h"
 #include "exec/functions/function_arguments.h"
+#include "exec/values/run_state.h"
 #include "results/results_reader.h"
 #include "results/results_variables.h"
 #include "stores/results_store.h"
@@ -28,18 +29,18 @@ AskedVariable asked;
 void check_arguments() {
   const StackEntry& selector = argument(1, kArguments);
   if (argument(2, kArguments).base_type != kCharacter) {
-    stop_in_function("%fat- 2nd argument of GINFO is not CHARACTER");
+    stop_at_statement("%fat- 2nd argument of GINFO is not CHARACTER");
   }
   if (selector.base_type != kInteger) {
-    stop_in_function("%fat- 1st argument of GINFO is not INTEGER");
+    stop_at_statement("%fat- 1st argument of GINFO is not INTEGER");
   }
-  if (selector.shape != kScalar) stop_in_function("%err- 1st argument of GINFO is not SCALAR");
+  if (selector.shape != kScalar) stop_at_statement("%err- 1st argument of GINFO is not SCALAR");
 }
 
 void look_up(std::string_view name) {
   asked.length = name.copy(asked.name, kNameCapacity);
   const int number = find_results_variable(name);
-  if (number == 0) stop_in_function(message("%fat- Variable ", name, " is absent in <vnxres>"));
+  if (number == 0) stop_at_statement(message("%fat- Variable ", name, " is absent in <vnxres>"));
   const ResultsVariable& variable = results_variables.variable[number];
   const Descriptor& block = results_store.descriptor[variable.descriptor];
   asked.answer[0] = variable.rank;
@@ -49,24 +50,23 @@ void look_up(std::string_view name) {
 
 }  // namespace
 
-int results_variable_info(int) {
+void results_variable_info(int) {
   check_arguments();
   const int selector = rounded_argument(1, kArguments);
   if (selector < 0 || selector > kLastSelector) {
-    stop_in_function("%fat- 1st argument of GINFO out of [0,2]");
+    stop_at_statement("%fat- 1st argument of GINFO out of [0,2]");
   }
   char field[kNameCapacity];
   const std::size_t length = text_of(argument(2, kArguments)).copy(field, kNameCapacity);
   to_upper_case(field, length);
   const std::string_view name = trim_left(trim_right({field, length}));
-  if (name.empty()) stop_in_function("%err- 2nd argument of GINFO consists of spaces");
+  if (name.empty()) stop_at_statement("%err- 2nd argument of GINFO consists of spaces");
   if (no_results_file) {
     issue_message(listing_unit, "%err- <vnxres> not opened because <vnxdat> starts from a label");
-    stop_in_function("%fat- See function GINFO");
+    stop_at_statement("%fat- See function GINFO");
   }
   if (name != std::string_view{asked.name, asked.length}) look_up(name);
   replace_by_scalar(kArguments, kInteger, asked.answer[selector]);
-  return kFunctionDone;
 }
 
 void reset_results_info() { asked.length = 0; }

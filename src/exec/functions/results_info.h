@@ -9,7 +9,7 @@ namespace zorvik {
 // argument of GINFO is not SCALAR", "%fat- 1st argument of GINFO out of [0,2]", "%err- 2nd argument
 // of GINFO consists of spaces", "%err- <vnxres> not opened because <vnxdat> starts from a label"
 // and "%fat- See function GINFO", "%fat- Variable " and the name with " is absent in <vnxres>".
-int results_variable_info(int number);
+void results_variable_info(int number);
 
 // Forgets the variable asked for last.
 void reset_results_info();

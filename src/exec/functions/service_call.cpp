@@ -6,7 +6,7 @@
 
 namespace zorvik {
 
-int call_service_command(int) {
+void call_service_command(int) {
   const StackEntry& command = evaluation.entry[evaluation.depth - 1];
   const StackEntry& number = top_entry();
   const bool has_numbers = is_numeric(number.base_type);

@@ -6,7 +6,7 @@ namespace zorvik {
 
 // The arguments are the two topmost entries of the evaluation stack. The command ends the run, so
 // that, unlike the other functions of the language, this one has no result.
-[[noreturn]] int call_service_command(int function_number);
+[[noreturn]] void call_service_command(int function_number);
 
 }  // namespace zorvik
 

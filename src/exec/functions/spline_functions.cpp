@@ -9,6 +9,7 @@
 #include "driver/text.h"
 #include "exec/functions/function_arguments.h"
 #include "exec/functions/spline.h"
+#include "exec/values/run_state.h"
 #include "lang/text/language_tables.h"
 
 namespace zorvik {
@@ -44,8 +45,8 @@ struct Samples {
 void demand(std::string_view function, int k, int count, const Demand& wanted) {
   const StackEntry& entry = argument(k, count);
   const auto stop = [&](std::string_view text) {
-    stop_in_function(message("%fat- ", kOrdinals[static_cast<std::size_t>(k)], " argument of ",
-                             function, " is not ", text));
+    stop_at_statement(message("%fat- ", kOrdinals[static_cast<std::size_t>(k)], " argument of ",
+                              function, " is not ", text));
   };
   if (!wanted.type_fits(entry.base_type)) stop(wanted.type_text);
   if (entry.shape != wanted.shape) stop(wanted.shape_text);
@@ -57,12 +58,12 @@ Samples take_samples(std::string_view function, int x_argument, int count) {
   const std::string_view x_name = kOrdinals[static_cast<std::size_t>(x_argument)];
   const std::string_view y_name = kOrdinals[static_cast<std::size_t>(x_argument) + 1];
   const auto stop = [&](std::string_view ending) {
-    stop_in_function(message("%fat- Length of ", x_name, " argument of ", function, ending));
+    stop_at_statement(message("%fat- Length of ", x_name, " argument of ", function, ending));
   };
   if (x.length != y.length) stop(message(" <> length of ", y_name, " argument"));
   if (x.length < kMinimalPoints) stop(message(" < ", kMinimalPoints));
   if (kWorkArrays * x.length > kValueCapacity - evaluation.values_used) {
-    stop_in_function(message("%fat- Work space for ", function, " is full"));
+    stop_at_statement(message("%fat- Work space for ", function, " is full"));
   }
   return {function, x_argument, x.length, values_of(x), values_of(y)};
 }
@@ -72,7 +73,7 @@ Samples take_samples(std::string_view function, int x_argument, int count) {
   issue_message(listing_unit, heading);
   issue_message(listing_unit, message("      Example (let X is the ", name, " argument): I=", i + 1,
                                       "  X(I)=", format_real(samples.x[i]), ";"));
-  stop_in_function(message("      X(I+1)=", format_real(samples.x[i + 1]), "; X(I) => X(I+1)"));
+  stop_at_statement(message("      X(I+1)=", format_real(samples.x[i + 1]), "; X(I) => X(I+1)"));
 }
 
 // `heading` is the first line of the message; it may be empty.
@@ -92,7 +93,7 @@ double integral_of(const Samples& samples) {
 
 }  // namespace
 
-int spline_integral(int number) {
+void spline_integral(int number) {
   constexpr int kArguments = 2;
   const std::string_view name = function_of(number).name;
   demand(name, 2, kArguments, kNumericArray);
@@ -100,10 +101,9 @@ int spline_integral(int number) {
   const Samples samples = take_samples(name, 1, kArguments);
   demand_ascent(samples, "");
   replace_by_scalar(kArguments, kReal, integral_of(samples));
-  return kFunctionDone;
 }
 
-int fourier_coefficient(int number) {
+void fourier_coefficient(int number) {
   constexpr int kArguments = 4;
   const std::string_view name = function_of(number).name;
   demand(name, 4, kArguments, kRealArray);
@@ -123,7 +123,6 @@ int fourier_coefficient(int number) {
     samples.y[i] = samples.y[i] * (cosine ? std::cos(phase) : std::sin(phase));
   }
   replace_by_scalar(kArguments, kReal, 2.0 / period * integral_of(samples));
-  return kFunctionDone;
 }
 
 }  // namespace zorvik

@@ -11,11 +11,11 @@
 namespace zorvik {
 
 // INTEG(X, Y): the integral of y over x.
-int spline_integral(int number);
+void spline_integral(int number);
 
 // FOURT(m, k, X, Y): the cosine (|m| = 1) or sine coefficient of order |k| of y, one period being
 // the range of x.
-int fourier_coefficient(int number);
+void fourier_coefficient(int number);
 
 }  // namespace zorvik
 

@@ -26,6 +26,12 @@ void stop_in_procedure(std::string_view text) {
   stop_at_statement(message("%fat- Procedure ", run_state.name, text));
 }
 
+void stop_on_error(std::string_view text, std::string_view more) {
+  issue_message(listing_unit, text);
+  issue_message(listing_unit, more);
+  stop_in_procedure();
+}
+
 void stop_at_statement(std::string_view text) { stop_with_listing(text, evaluation.line); }
 
 }  // namespace zorvik

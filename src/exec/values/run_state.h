@@ -27,7 +27,10 @@ void enter_context(int procedure);
 // executed, and ends the run.
 [[noreturn]] void stop_in_procedure(std::string_view text = {});
 
-// The same for a text of its own.
+// Writes an "%err-" message of one or two lines first.
+[[noreturn]] void stop_on_error(std::string_view text, std::string_view more = {});
+
+// Ends the run with a "%fat-" text of its own and the statement's line.
 [[noreturn]] void stop_at_statement(std::string_view text);
 
 }  // namespace zorvik

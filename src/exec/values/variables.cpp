@@ -109,25 +109,23 @@ Region whole_of(const Variable& variable) {
   return {1, variable.block.d1, 1, variable.block.d2, variable.rank == 0};
 }
 
-int ia95fZ(const Variable& variable) {
+void ia95fZ(const Variable& variable) {
   if (!variable.defined) {
     stop_in_procedure(message(" Undefined ", name_of(variable)));
   }
   if (variable.base_type == kCharacter) {
-    push_text_of(variable.block);
-    return 0;
+    return push_text_of(variable.block);
   }
   const int count = variable.block.d1 * variable.block.d2;
   double* const to = push_elements(variable.base_type, variable.rank == 0, count);
   if (variable.base_type == kPointerVariable) {
     for (int k = 0; k < count; ++k) to[k] = variable.block.start + k;
-    return 0;
+    return;
   }
   std::copy_n(variable.values(), count, to);
-  if (!any_undefined(to, count)) return 0;
-  issue_message(listing_unit, message("%err- ", kUndefinedValues));
-  if (is_results_variable(variable)) issue_message(listing_unit, undefined_in_file(variable));
-  return -1;
+  if (!any_undefined(to, count)) return;
+  stop_on_error(message("%err- ", kUndefinedValues),
+                is_results_variable(variable) ? undefined_in_file(variable) : "");
 }
 
 Region select_region(const Variable& variable, int count) {

@@ -37,9 +37,9 @@ struct Region {
 
 Region whole_of(const Variable& variable);
 
-// Pushes the whole value of the variable (in messages: ia95fZ). 0, or a negative value after "%err-
-// Undefined value(s) in expression"; an undefined notkey ends the run.
-int ia95fZ(const Variable& variable);
+// Pushes the whole value of the variable (in messages: ia95fZ). A value that is not defined ends
+// the run with "%err- Undefined value(s) in expression", an undefined notkey with its name.
+void ia95fZ(const Variable& variable);
 
 // The region that the `count` topmost entries, the subscripts, select; they are dropped. Every
 // error ends the run.
