@@ -132,20 +132,23 @@ std::string run_sweeps(ProgramRun& run, const Case& c) {
 
 int main(int count, char** arguments) {
   using namespace zorvik::runner;
-  if (count < 4) {
-    std::cout << "usage: run_cases REPOSITORY CASE_FILE PROGRAM...\n";
+  constexpr int kFixedArguments = 4;
+  if (count < kFixedArguments) {
+    std::cout << "usage: run_cases PROGRAM REPOSITORY CASE_FILE [PROGRAM]...\n";
     return 2;
   }
-  const std::vector<Case> cases = read_case_file(arguments[2], arguments[1]);
+  std::vector<std::string> programs(arguments + kFixedArguments, arguments + count);
+  programs.insert(programs.begin(), arguments[1]);
+  const std::vector<Case> cases = read_case_file(arguments[3], arguments[2]);
   int failures = 0;
-  for (int k = 3; k < count; ++k) {
-    ProgramRun run(arguments[k]);
+  for (const std::string& program : programs) {
+    ProgramRun run(program);
     for (const Case& c : cases) {
       std::string report = run_case(run, c);
-      if (k == 3) report += run_sweeps(run, c);
+      if (program == programs.front()) report += run_sweeps(run, c);
       if (report.empty()) continue;
       ++failures;
-      std::cout << arguments[2] << ':' << c.line << ": " << c.rule << "\n  run by " << arguments[k]
+      std::cout << arguments[3] << ':' << c.line << ": " << c.rule << "\n  run by " << program
                 << '\n'
                 << report << '\n';
     }
