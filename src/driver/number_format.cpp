@@ -153,8 +153,7 @@ NumberText format_scientific(double value, int width, int decimals) {
 
 NumberText format_fixed(double value, int width, int decimals) {
   if (!std::isfinite(value)) return in_field(not_finite(value), width);
-  if (std::fabs(value) >= 1e15) return asterisks(width);
-  char digits[64];
+  char digits[64];  // filled when the number is longer: too long for any field
   const auto end =
       std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, decimals).ptr;
   return in_field({digits, static_cast<std::size_t>(end - digits)}, width);

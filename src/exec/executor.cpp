@@ -36,9 +36,6 @@ class Executor {
   }
 
  private:
-  static int header_of(int procedure, int word) {
-    return code_store.word[procedure_table.procedure[procedure].start + word - 1];
-  }
   static int body_of(int procedure) {
     return procedure_table.procedure[procedure].start + kHeaderWords;
   }
@@ -151,7 +148,7 @@ class Executor {
   }
 
   static int turn_on_position(int output) {
-    return results_store.descriptor[header_of(output, 2)].start;
+    return results_store.descriptor[header_word(output, kFirstKeyDescriptor)].start;
   }
 
   void return_to_caller() {

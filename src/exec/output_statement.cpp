@@ -101,13 +101,12 @@ void add_values(LineWriter& writer, const StackEntry& entry) {
 
 // The unit of the running OUTPUT's file, opened by the first statement that writes to it.
 int open_output_file() {
-  std::int32_t* const header =
-      code_store.word + procedure_table.procedure[run_state.procedure].start - 1;
-  const int unit = kFirstOutputUnit + header[7];
-  if (header[8] != 0) {
+  const int unit = kFirstOutputUnit + header_word(run_state.procedure, kFileUnit);
+  std::int32_t& is_new = header_word(run_state.procedure, kFileIsNew);
+  if (is_new != 0) {
     open_file(unit, "OUT", run_state.name);
     set_write_error_subject(unit, message("Procedure ", run_state.name));
-    header[8] = 0;
+    is_new = 0;
   }
   return unit;
 }

@@ -128,6 +128,4 @@ ReadStatus load_record(File& file, const RecordPlan& plan, std::int64_t number) 
   return ReadStatus::kOk;
 }
 
-void reset_record_buffer() { buffer.start = buffer.bytes = 0; }
-
 }  // namespace zorvik

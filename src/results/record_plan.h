@@ -44,9 +44,6 @@ void plan_records(RecordPlan& plan, const ResultsHeader& header, std::int64_t fi
 // end, kError with file.io_status(); in these cases nothing is promised of the store.
 ReadStatus load_record(File& file, const RecordPlan& plan, std::int64_t number);
 
-// Forgets what was read ahead.
-void reset_record_buffer();
-
 }  // namespace zorvik
 
 #endif  // ZORVIK_RESULTS_RECORD_PLAN_H_

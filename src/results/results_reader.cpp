@@ -88,14 +88,6 @@ void clear_blocks() {
 
 }  // namespace
 
-void reset_results_reader() {
-  state = {};
-  no_results_file = false;
-  entry_table.count = 0;
-  reset_results_variables();
-  reset_record_buffer();
-}
-
 int read_results_record() {
   if (no_results_file) return kNoMoreRecords;
   File& file = file_on(kResultsUnit);

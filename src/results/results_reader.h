@@ -10,8 +10,6 @@ constexpr int kNoMoreRecords = -1;
 // Set by pass 1 when the program text begins with a label: vnxres is then neither opened nor read.
 extern bool no_results_file;
 
-void reset_results_reader();
-
 // The first call opens vnxres, reads its header, forms the entry table, the results variables and
 // the character notkey TITLE, and loads the first record; every further call loads the next one.
 // Sets TAU to the record's problem time. Returns kRecordLoaded or kNoMoreRecords (the variables and

@@ -12,6 +12,7 @@
 #include "driver/number_format.h"
 #include "driver/run_end.h"
 #include "driver/text.h"
+#include "lang/code/procedure_table.h"
 #include "results/results_reader.h"
 #include "service/join_results.h"
 #include "service/keep.h"
@@ -24,7 +25,6 @@
 namespace zorvik {
 namespace {
 
-constexpr std::string_view kMainProcedure = "MAIN_procedure";
 constexpr std::size_t kMaxCommand = 80;
 constexpr double kMaxListLength = 10000;
 constexpr std::int32_t kLastInteger = std::numeric_limits<std::int32_t>::max();
@@ -138,7 +138,7 @@ Run command_of(std::string_view text) {
 
 // Checks the arguments' types and returns the command text without blanks around it.
 std::string_view checked_command(const ServiceArguments& arguments) {
-  if (!equal_padded(arguments.procedure_name, kMainProcedure)) {
+  if (!equal_padded(arguments.procedure_name, kMainName)) {
     stop_with_listing("%fat- Function SCMD2 can be called from MAIN procedure only");
   }
   adopt_format_key(main_key_value(kFormat));

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <cstring>
 
 namespace zorvik {
 
@@ -18,8 +17,6 @@ constexpr double kExtendedPressureLimit = 22000000.0;
 constexpr double kWidestTolerance = 50.0;
 
 }  // namespace
-
-void reset_property_tables() { std::memset(&property_tables, 0, sizeof property_tables); }
 
 void set_property_options(int mode, double option) {
   PropertyTables& tables = property_tables;

@@ -65,9 +65,6 @@ struct PropertyTables {
 };
 extern PropertyTables property_tables;
 
-// Forgets tables and options.
-void reset_property_tables();
-
 // Sets limits, tolerance and the list of patched properties from the tables in use. A negative
 // option chooses the extended range; its absolute value, 1 to 50, is the tolerance (below 1: 50).
 void set_property_options(int mode, double option);

@@ -69,6 +69,4 @@ void results_variable_info(int) {
   replace_by_scalar(kArguments, kInteger, asked.answer[selector]);
 }
 
-void reset_results_info() { asked.length = 0; }
-
 }  // namespace zorvik

@@ -11,9 +11,6 @@ namespace zorvik {
 // and "%fat- See function GINFO", "%fat- Variable " and the name with " is absent in <vnxres>".
 void results_variable_info(int number);
 
-// Forgets the variable asked for last.
-void reset_results_info();
-
 }  // namespace zorvik
 
 #endif  // ZORVIK_EXEC_FUNCTIONS_RESULTS_INFO_H_

@@ -9,7 +9,6 @@
 
 namespace zorvik {
 
-inline constexpr std::string_view kMainName = "MAIN_procedure";
 inline constexpr std::string_view kBlockRunName = "BEGIN-END block";
 
 struct RunState {

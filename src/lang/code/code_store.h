@@ -1,12 +1,8 @@
 // The code store: one array of 32-bit words that holds every compiled procedure. Pass 2 appends,
 // the executor reads and writes the loop records.
 //
-// A procedure is 8 header words and its statements.
+// A procedure is 8 header words (HeaderWord) and its statements.
 // clang-format off
-//   header word 1  position of the procedure's END
-//               2  of an OUTPUT: its first key descriptor
-//               7  of an OUTPUT: its number + 10, the unit of its file
-//               8  of the block and of OUTPUTs: 1; of an OUTPUT until its file is open
 // A statement is a head word, code * 100000 - line, and its operands:
 //   IF          condition; then the pair -200000 - line of THEN, position of the ELSE or ENDIF pair
 //   ELSE        position of the ENDIF pair
@@ -26,6 +22,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "lang/code/procedure_table.h"
 #include "lang/text/expression_items.h"
 
 namespace zorvik {
@@ -60,6 +57,14 @@ constexpr int head_line(std::int32_t head) { return -(head % 100000); }
 static_assert(head_code(make_head(kCodeAssignment, 99999)) == kCodeAssignment);
 static_assert(head_line(make_head(kCodeThen, 17)) == 17);
 
+// The header words in use, from 1; the others are 0.
+enum HeaderWord : int {
+  kEndPosition = 1,         // of the procedure's END
+  kFirstKeyDescriptor = 2,  // of an OUTPUT: of its copies of the OUTPUT keys
+  kFileUnit = 7,            // of an OUTPUT: of its file, counted from kFirstOutputUnit
+  kFileIsNew = 8,           // 1 in the block and in OUTPUTs; in an OUTPUT until its file is open
+};
+
 struct CodeStore {
   std::int32_t word[kCodeCapacity + 1];  // from 1
   int next_free;
@@ -74,6 +79,11 @@ inline constexpr std::string_view kBlocksFull =
     "%fat- Space for OUTPUTs or BEGIN...END block is full";
 int append_code_word(std::int32_t word, int line, std::string_view full = kProceduresFull);
 void append_expression(const ItemList& items, int line, std::string_view full = kProceduresFull);
+
+// A header word of the procedure, which pass 2 has opened.
+inline std::int32_t& header_word(int procedure, HeaderWord word) {
+  return code_store.word[procedure_table.procedure[procedure].start + word - 1];
+}
 
 // Item k (from 0) of the expression whose item count stands at `position`.
 inline Item code_item(int position, int count, int k) {

@@ -14,8 +14,6 @@ ControlTables control_tables;
 
 namespace {
 
-int next_procedure = 1;  // the procedure whose records come next in the scratch file
-
 [[noreturn]] void stop_on_scratch_error(int status) {
   stop_with_listing("%fat- I/O error. Scratch file", kNoLine, status);
 }
@@ -88,17 +86,6 @@ int read_count() {
   return count;
 }
 
-void read_next_procedure() {
-  ControlTables& tables = control_tables;
-  tables.jumps = read_count();
-  tables.ifs = read_count();
-  tables.dos = read_count();
-  read_table(tables.jump, tables.jumps, kGotoColumns);
-  read_table(tables.do_block, tables.dos, kDoColumns);
-  read_table(tables.if_block, tables.ifs, kIfColumns);
-  ++next_procedure;
-}
-
 }  // namespace
 
 void reset_control_tables() {
@@ -130,12 +117,16 @@ void write_if_record() {
 
 void rewind_scratch_file() {
   if (const int status = file_on(kScratchUnit).rewind(); status != 0) stop_on_scratch_error(status);
-  next_procedure = 1;
 }
 
-void read_control_tables(int number) {
-  if (number < next_procedure) rewind_scratch_file();
-  while (next_procedure <= number) read_next_procedure();
+void read_next_control_tables() {
+  ControlTables& tables = control_tables;
+  tables.jumps = read_count();
+  tables.ifs = read_count();
+  tables.dos = read_count();
+  read_table(tables.jump, tables.jumps, kGotoColumns);
+  read_table(tables.do_block, tables.dos, kDoColumns);
+  read_table(tables.if_block, tables.ifs, kIfColumns);
 }
 
 }  // namespace zorvik

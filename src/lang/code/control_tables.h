@@ -65,10 +65,9 @@ void write_if_record();
 
 void rewind_scratch_file();
 
-// Reads the tables of procedure `number`, which may lie before or behind the last one read
-// (positioning is u16psc in messages). "%fat- I/O error. Scratch file" with the I/O status, "%dbg-
-// Premature End_of_File. u16psc".
-void read_control_tables(int number);
+// Reads the tables of the next procedure: pass 2 meets them in the order in which pass 1 left them.
+// "%fat- I/O error. Scratch file" with the I/O status, "%dbg- Premature End_of_File. u16psc".
+void read_next_control_tables();
 
 }  // namespace zorvik
 

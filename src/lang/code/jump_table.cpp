@@ -63,8 +63,8 @@ void resolve_output_keys() {
   for (int position = 1; position < code_store.next_free; ++position) {
     std::int32_t& word = code_store.word[position];
     if (!is_output_key_link(word)) continue;
-    const int start = procedure_table.procedure[output_of_link(word)].start;
-    word = code_store.word[start + 1] + key_of_link(word) - kFirstOutputKey;
+    const std::int32_t first_key = header_word(output_of_link(word), kFirstKeyDescriptor);
+    word = first_key + key_of_link(word) - kFirstOutputKey;
   }
 }
 

@@ -2,7 +2,7 @@
 // and the executor read it.
 //
 // Procedures are numbered 1 for MAIN, 2 for the BEGIN...END block when there is one, then the
-// OUTPUTs in the order of the text. MAIN has no name here.
+// OUTPUTs in the order of the text. MAIN has no name in the table.
 #ifndef ZORVIK_LANG_CODE_PROCEDURE_TABLE_H_
 #define ZORVIK_LANG_CODE_PROCEDURE_TABLE_H_
 
@@ -18,6 +18,7 @@ constexpr int kMaxOutputs = 100;    // OUTPUTs and the block
 constexpr int kMaxOuts = 100;
 constexpr int kProcedureNameWidth = 20;
 inline constexpr std::string_view kBlockName = "BEG...END";
+inline constexpr std::string_view kMainName = "MAIN_procedure";  // while it runs
 
 // The kind of procedure being checked, compiled or run; also the execution context.
 enum class Context { kNone = 0, kMain = 1, kBlock = 3, kOutput = 4 };

@@ -19,6 +19,10 @@ namespace {
 
 constexpr int kMaxErrors = 100;
 
+// An OUTPUT's file has the procedure's number and 10 as its number: those below belong to the fixed
+// files.
+constexpr int kFixedFiles = 10;
+
 void restart_text(int unit) {
   if (const int status = file_on(unit).rewind(); status != 0) {
     stop_on_console("%fat- Rewind error. File <zrvdat>", status);
@@ -38,17 +42,13 @@ void reset_tables() {
 
 // Writes the header of procedure `number` and makes it the one being compiled.
 void open_procedure(Compilation& compilation, int number, Context context) {
-  read_control_tables(number);
+  read_next_control_tables();
   reset_jumps();
   compilation.context = context;
   compilation.failed = false;
   compilation.scope.first_key_descriptor = 0;
   procedure_table.procedure[number].start = code_store.next_free;
   for (int k = 0; k < kHeaderWords; ++k) append_code_word(0, compilation.scope.line);
-}
-
-std::int32_t& header_word(int procedure, int k) {
-  return code_store.word[procedure_table.procedure[procedure].start + k - 1];
 }
 
 void append_plain(const Compilation& compilation, StatementCode code) {
@@ -122,7 +122,7 @@ Position compile_body(Compilation& compilation, int procedure) {
       compile_statement(compilation, lexeme);
     }
   }
-  header_word(procedure, 1) = code_store.next_free;
+  header_word(procedure, kEndPosition) = code_store.next_free;
   append_plain(compilation, kCodeEnd);
   if (!compilation.failed) resolve_jumps_of_procedure();
   return position_of(lexeme);
@@ -144,7 +144,7 @@ void make_key_copies(Compilation& compilation, int procedure) {
     store.descriptor[store.next_descriptor + k] = {store.next_value + k, 1, 1};
   }
   compilation.scope.first_key_descriptor = store.next_descriptor;
-  header_word(procedure, 2) = store.next_descriptor;
+  header_word(procedure, kFirstKeyDescriptor) = store.next_descriptor;
 }
 
 // Compiles one OUTPUT, from the lexeme after OUTPUT to its END.
@@ -153,8 +153,8 @@ void u91ou2(Compilation& compilation, int procedure) {
   next_lexeme(compilation.unit, name);
   open_procedure(compilation, procedure, Context::kOutput);
   make_key_copies(compilation, procedure);
-  header_word(procedure, 7) = procedure + 10;
-  header_word(procedure, 8) = 1;
+  header_word(procedure, kFileUnit) = procedure + kFixedFiles;
+  header_word(procedure, kFileIsNew) = 1;
   compile_body(compilation, procedure);
   results_store.next_value += kKeyCopySlack;
   results_store.next_descriptor += kKeyCopySlack;
@@ -167,7 +167,7 @@ void u91be2(Compilation& compilation, Position main_end) {
   Lexeme keyword;
   next_lexeme(compilation.unit, keyword);
   open_procedure(compilation, kBlockProcedure, Context::kBlock);
-  header_word(kBlockProcedure, 8) = 1;
+  header_word(kBlockProcedure, kFileIsNew) = 1;
   compile_body(compilation, kBlockProcedure);
   u16pxy(compilation.unit, main_end.line, main_end.column);
   next_lexeme(compilation.unit, keyword);

@@ -39,7 +39,6 @@ struct Item {
 
   ItemClass item_class() const { return static_cast<ItemClass>(kind / 100 % 10); }
   BaseType base_type() const { return static_cast<BaseType>(kind % 100 % 10); }
-  bool is_target() const { return kind / 1000 != 0; }
   int store() const { return second / 100; }
   int subscripts() const { return second / 10 % 10; }
   int rank() const { return second % 10; }
