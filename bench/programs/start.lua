@@ -1,0 +1,1 @@
+local x = 1.5 print(x)
