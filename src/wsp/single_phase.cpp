@@ -157,20 +157,20 @@ int state_at_temperature(const Inquiry& inquiry, StateFound& found) {
 }
 
 // Below the critical pressure, whichever phase: the saturated values of the given quantity decide
-// the state. The temperature found is held on its side of the saturation temperature, where the
-// two tables, interpolated in different ways, may disagree by a little.
+// the state. The temperature is the one found in the column of the grid, even where it lies a
+// little on the other side of the saturation temperature, as the two tables are interpolated in
+// different ways.
 int state_by_saturated_values(const Inquiry& inquiry, StateFound& found) {
   const int property = inquiry.given_property();
-  const double tsat = inquiry.saturation_temperature;
   if (inquiry.second < saturated_property(kWaterPhase, property, inquiry.saturation)) {
-    const double temperature = temperature_of_given(inquiry, PhaseTable::kWater);
-    found = {PhaseState::kWater, PhaseTable::kWater, std::min(tsat, temperature)};
+    found = {PhaseState::kWater, PhaseTable::kWater,
+             temperature_of_given(inquiry, PhaseTable::kWater)};
   } else if (inquiry.second > saturated_property(kSteamPhase, property, inquiry.saturation)) {
     if (!is_in_range(inquiry, PhaseTable::kSteam)) return 11;
-    const double temperature = temperature_of_given(inquiry, PhaseTable::kSteam);
-    found = {PhaseState::kSteam, PhaseTable::kSteam, std::max(tsat, temperature)};
+    found = {PhaseState::kSteam, PhaseTable::kSteam,
+             temperature_of_given(inquiry, PhaseTable::kSteam)};
   } else {
-    found = {PhaseState::kMixture, PhaseTable::kWater, tsat};
+    found = {PhaseState::kMixture, PhaseTable::kWater, inquiry.saturation_temperature};
   }
   return 0;
 }

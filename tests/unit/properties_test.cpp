@@ -210,6 +210,8 @@ TEST(SinglePhase, TakesTheTableOfTheState) {
       {1, "PH", 2, enthalpy(false, 440, 2), 440, false},
       {2, "PH", 2, enthalpy(true, 360, 2), 360, true},
       {0, "PH", 6, enthalpy(false, 560, 6), 560, false},
+      // Steam by h" = 2.3 MJ/kg, though the column has it 62.5 K below the saturated 530 K.
+      {0, "PH", 4.5, 2.31e6, 467.5, true},
   };
   for (const auto& c : kCases) {
     ASSERT_EQ(single_phase(c.phase, c.kind, c.mpa * 1e6, c.second), 0) << text;

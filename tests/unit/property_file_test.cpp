@@ -20,7 +20,7 @@ using sample::empty_property_file;
 using sample::property_file_bytes;
 using sample::PropertyFile;
 
-const support::TemporaryFile kFile("zorvik_tables");
+const support::TemporaryFile kFile("tables");
 const std::string& kPath = kFile.path();
 
 void write_file(const std::string& bytes) {

@@ -14,16 +14,15 @@ OpenIf* innermost_if() {
 
 void check_then(const Lexeme& head) {
   OpenIf* const open = innermost_if();
-  if (statement_state.then_flag || open == nullptr || open->else_seen) {
+  if (open == nullptr || open->then_seen || open->else_seen) {
     count_error("%err- Invalid control structure using THEN");
     return;
   }
-  statement_state.then_flag = true;
+  open->then_seen = true;
   open->then = position_of(head);
 }
 
 void check_else(const Lexeme& head) {
-  statement_state.then_flag = false;
   OpenIf* const open = innermost_if();
   if (open == nullptr || open->else_seen) {
     count_error("%err- Invalid control structure using ELSE");
@@ -37,7 +36,6 @@ void check_else(const Lexeme& head) {
 }
 
 void check_endif(const Lexeme& head) {
-  statement_state.then_flag = false;
   const OpenIf* const open = innermost_if();
   if (open == nullptr) {
     count_error("%err- Invalid control structure using ENDIF");

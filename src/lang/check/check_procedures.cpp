@@ -173,7 +173,6 @@ void end_procedure(int unit, const Lexeme& head) {
   write_if_record();
   reset_control_tables();
   state.do_depth = state.if_depth = 0;
-  state.then_flag = false;
   if (!block_follows) state.context = Context::kNone;
 }
 

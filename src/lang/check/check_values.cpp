@@ -94,8 +94,7 @@ void open_if_block() {
   if (state.if_depth == kMaxNesting) {
     stop_with_listing(message("%fat- Number of nested IF-s > ", kMaxNesting));
   }
-  state.open_if[++state.if_depth] = {false, tables.ifs, state.do_depth, {}, {}};
-  state.then_flag = false;
+  state.open_if[++state.if_depth] = {false, false, tables.ifs, state.do_depth, {}, {}};
 }
 
 void open_do_block(Position head) {

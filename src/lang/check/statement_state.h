@@ -8,7 +8,7 @@
 namespace zorvik {
 
 struct OpenIf {
-  bool else_seen;
+  bool then_seen, else_seen;
   int number;    // of the IF in its procedure
   int do_depth;  // at the IF
   Position then, else_part;
@@ -23,7 +23,6 @@ struct OpenDo {
 struct StatementState {
   Context context;
   bool procedure_closed;            // the last procedure's END was met
-  bool then_flag;                   // THEN was met since the last IF, ELSE, ENDIF or END
   OpenIf open_if[kMaxNesting + 1];  // from 1
   OpenDo open_do[kMaxNesting + 1];
   int if_depth, do_depth;
