@@ -37,6 +37,7 @@ class File {
   // 0 also when the file is not open, and for a failed write that was already given to a caller.
   int close();
 
+  bool is_terminal() const { return line_buffered_; }
   bool is_open() const { return descriptor_ >= 0; }
   int io_status() const { return io_status_; }  // of the last failed operation
   std::int64_t position() const { return position_; }

@@ -15,10 +15,24 @@ int listing_unit = kConsole;
 
 namespace {
 
-// The console's own failures show in the exit status only: there is nowhere else to write.
+// On a terminal a title or a name of a file must not move the cursor or change the colours.
+std::string without_controls(std::string_view text) {
+  std::string shown(text);
+  for (char& c : shown) {
+    const auto code = static_cast<unsigned char>(c);
+    if ((code < ' ' && c != '\t') || code == 127) c = '.';
+  }
+  return shown;
+}
+
+// A failure of the console is told when the run ends.
 int write_record(int unit, std::string_view text, int io_status) {
-  if (unit == kConsole) clear_progress();
   File& file = file_on(unit);
+  std::string shown;
+  if (unit == kConsole) {
+    clear_progress();
+    if (file.is_terminal()) text = shown = without_controls(text);
+  }
   int failure = file.write_line(" ", text);
   if (io_status != kNoIoStatus && failure == 0) {
     failure = file.write_line(" ", message("Fortran iostat = ", io_status));

@@ -19,6 +19,16 @@ void report_failed_close(int unit, int status) {
   issue_message(destination, message("%fat- Write error. ", write_error_subject(unit)), status);
 }
 
+void report_failed_console(int status) {
+  if (listing_unit != kConsole) {
+    issue_message(listing_unit, "%fat- Write error. Console", status);
+  }
+  note(Hazard::kUnwrittenConsole, [&] {
+    return message("the console can't be written, output is lost: ",
+                   std::string_view(std::strerror(status)));
+  });
+}
+
 }  // namespace
 
 void end_run(RunEnd end) {
@@ -38,16 +48,14 @@ void end_run(RunEnd end) {
       report_failed_close(unit, status);
     }
   }
+  if (const int status = file_on(kConsole).flush(); status != 0) {
+    good = false;
+    report_failed_console(status);
+  }
   if (const int status = file_on(kListingUnit).close(); status != 0) {
     good = false;
     report_failed_close(kListingUnit, status);
-  }
-  if (const int status = file_on(kConsole).flush(); status != 0) {
-    good = false;
-    note(Hazard::kUnwrittenConsole, [&] {
-      return message("the console can't be written, output is lost: ",
-                     std::string_view(std::strerror(status)));
-    });
+    file_on(kConsole).flush();
   }
   end_progress();
   write_notes();

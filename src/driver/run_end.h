@@ -11,7 +11,9 @@ enum class RunEnd {
 
 // Flushes and closes every unit, whatever way the run ends, and leaves with exit status 0 after a
 // normal end with error_count 0, else 1. A final write that fails gives "%fat- Write error. " and
-// the unit's subject on the console (and in the listing for an OUTPUT's file), and exit status 1.
+// the unit's subject on the console (and in the listing for an OUTPUT's file), and exit status 1. A
+// console that could not be written gives "%fat- Write error. Console" in the listing: the run went
+// on without it.
 [[noreturn]] void end_run(RunEnd end);
 
 }  // namespace zorvik

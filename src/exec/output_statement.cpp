@@ -48,10 +48,8 @@ class LineWriter {
     length_ = 0;
     if (is_output_) {
       write_line(line);
-    } else if (!line.empty()) {
-      issue_message(unit_, line);
     } else {
-      write_blank_line(unit_);  // a text of no characters
+      issue_message(unit_, line);  // nothing for a text of no characters
     }
   }
 

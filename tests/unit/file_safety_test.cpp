@@ -44,5 +44,19 @@ TEST_F(FileSafety, WhatIsNoRegularFileIsRefusedAtOnce) {
   }
 }
 
+TEST_F(FileSafety, ControlCharactersOfTextsDoNotReachATerminal) {
+  const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY);
+  ASSERT_EQ(::grantpt(terminal) | ::unlockpt(terminal), 0);
+  run([&] {
+    ::dup2(::open(::ptsname(terminal), O_RDWR | O_NOCTTY), STDOUT_FILENO);
+    issue_message(-listing_unit, "T\x1b[2J\tit\x7f");
+  });
+  char shown[100] = {};
+  EXPECT_GT(::read(terminal, shown, sizeof shown - 1), 0);
+  EXPECT_STREQ(shown, " T.[2J\tit.\r\n");
+  EXPECT_EQ(get("zrvlis"), " T\x1b[2J\tit\x7f\n");
+  ::close(terminal);
+}
+
 }  // namespace
 }  // namespace zorvik
