@@ -51,21 +51,36 @@ void report_used_space() {
   end_run(RunEnd::kNormal);
 }
 
+constexpr char kHelp[] =
+    "zorvik: runs the program zrvdat of the current directory over the results file vnxres.\n"
+    "\n"
+    "Usage: zorvik                   no arguments: the names of the files are fixed\n"
+    "       zorvik -h | --help       this text\n"
+    "       zorvik -V | --version    version and build\n"
+    "\n"
+    "Files:\n"
+    "  zrvdat            the program\n"
+    "  zrvlis            the listing, with all messages; must not exist yet\n"
+    "  vnxres, vnxsav    results and savings of the system code\n"
+    "  nwsp_dat          tables of water and steam properties\n"
+    "  restxt, savtxt    results and a saving as text\n"
+    "  others            one for each OUTPUT that writes; must not exist yet\n"
+    "\n"
+    "Exit status: 0 the run ended without errors; 1 it did not: see the console and zrvlis;\n"
+    "2 unknown arguments.\n"
+    "\n"
+    "Manual pages: zorvik(1), zorvik_language(7), zorvik_files(5), zorvik_messages(7)";
+
 int answer(std::string_view argument) {
-  if (argument == "--version") {
-    std::puts("zorvik " ZORVIK_VERSION);
-    return 0;
+  if (argument == "-V" || argument == "--version") {
+    std::puts("zorvik " ZORVIK_VERSION "\nbuild: " ZORVIK_BUILD);
+  } else if (argument == "-h" || argument == "--help") {
+    std::puts(kHelp);
+  } else {
+    std::fputs("usage: zorvik [-h | --help | -V | --version]\n", stderr);
+    return 2;
   }
-  if (argument == "--help") {
-    std::puts(
-        "zorvik: runs the program zrvdat of the current directory over the results file vnxres.\n"
-        "Usage: zorvik            no arguments; the listing goes to zrvlis, which must not exist\n"
-        "       zorvik --help     this text\n"
-        "       zorvik --version  the version");
-    return 0;
-  }
-  std::fputs("usage: zorvik [--help | --version]\n", stderr);
-  return 2;
+  return 0;
 }
 
 }  // namespace

@@ -1,0 +1,32 @@
+#!/bin/sh
+# package.sh REPOSITORY BUILD VERSION: the packages hold what they must; the .deb is sound; the demo
+# runs from the unpacked archive, with a listing and, where gnuplot is there, a picture.
+set -eu
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cd "$work"
+cpack --config "$2/CPackConfig.cmake" -B "$work/packed" >cpack.log 2>&1 || { cat cpack.log; exit 1; }
+mkdir unpacked
+tar -xzf packed/*.tar.gz -C unpacked --strip-components=1
+if command -v lintian >/dev/null && [ -e packed/zorvik_"$3"_*.deb ]; then
+  lintian --allow-root --fail-on error packed/*.deb
+  dpkg-deb -x packed/*.deb installed
+  diff -r unpacked installed/usr
+else
+  echo "lintian or dpkg-deb is not installed: the .deb was not checked"
+fi
+# Those that need something prepared, those with a picture; the others go as outputs does.
+for name in outputs heat_map compare join_append repair_results repair_saving from_text_results \
+  from_text_saving; do
+  unpacked/share/zorvik/demo "$name" >demo.log 2>&1 || { cat demo.log; exit 1; }
+  grep -q '^== exit status 0$' demo.log
+  grep -q ' 00001 ' demo.log
+  case $name in
+    heat_map | outputs)
+      ! command -v gnuplot >/dev/null || grep -q '^== picture' demo.log ;;
+  esac
+done
+for file in bin/zorvik share/doc/zorvik/copyright share/zorvik/editors/zorvik.vim \
+  share/man/man7/zorvik_language.7.gz; do
+  [ -e "unpacked/$file" ] || { echo "no $file"; exit 1; }
+done
