@@ -1,18 +1,14 @@
 #include "driver/file.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 
 namespace zorvik {
 namespace {
-
-constexpr std::size_t kBufferBytes = 64 * 1024;
 
 // Writes all bytes at `offset` (at the stream's end when offset is negative); 0 or errno.
 int write_all(int descriptor, const char* from, std::size_t bytes, std::int64_t offset) {
@@ -32,75 +28,7 @@ int write_all(int descriptor, const char* from, std::size_t bytes, std::int64_t 
 
 }  // namespace
 
-File::~File() { close(); }
-
 int File::fail(int status) { return io_status_ = status; }
-
-int File::attach(int descriptor) {
-  descriptor_ = descriptor;
-  seekable_ = ::lseek(descriptor, 0, SEEK_CUR) >= 0;
-  line_buffered_ = false;
-  writing_ = false;
-  write_failure_ = 0;
-  position_ = 0;
-  next_ = end_ = 0;
-  if (!buffer_) buffer_ = std::make_unique_for_overwrite<char[]>(kBufferBytes);
-  return 0;
-}
-
-// Not to wait is asked for at the opening, where a FIFO would wait, and taken back for the reading.
-int File::open_regular(const std::string& path, int access) {
-  const int descriptor = ::open(path.c_str(), access | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-  if (descriptor < 0) return fail(errno);
-  struct stat info;
-  int status = 0;
-  if (::fstat(descriptor, &info) != 0 || ::fcntl(descriptor, F_SETFL, 0) != 0) {
-    status = errno;
-  } else if (!S_ISREG(info.st_mode)) {
-    status = S_ISDIR(info.st_mode) ? EISDIR : EINVAL;
-  }
-  if (status == 0) return attach(descriptor);
-  ::close(descriptor);
-  return fail(status);
-}
-
-int File::open_to_read(const std::string& path) { return open_regular(path, O_RDONLY); }
-
-int File::open_to_rewrite(const std::string& path) {
-  const int status = open_regular(path, O_RDWR);
-  return status == EACCES || status == EROFS || status == EPERM ? open_to_read(path) : status;
-}
-
-int File::open_new(const std::string& path) {
-  const int descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-  if (descriptor < 0) return fail(errno);
-  return attach(descriptor);
-}
-
-int File::open_scratch() {
-  int descriptor = ::open(".", O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
-  if (descriptor < 0) {  // a file system without nameless files
-    char name[] = "zrvscrXXXXXX";
-    descriptor = ::mkstemp(name);
-    if (descriptor < 0) return fail(errno);
-    ::unlink(name);
-  }
-  return attach(descriptor);
-}
-
-void File::adopt_descriptor(int descriptor, bool line_buffered) {
-  attach(descriptor);
-  seekable_ = false;  // several processes may write there: always at the end
-  line_buffered_ = line_buffered;
-}
-
-int File::close() {
-  if (descriptor_ < 0) return 0;
-  int status = write_failure_ != 0 ? 0 : flush();
-  if (::close(descriptor_) != 0 && status == 0) status = errno;
-  descriptor_ = -1;
-  return status == 0 ? 0 : fail(status);
-}
 
 std::int64_t File::size() {
   struct stat info;
@@ -212,6 +140,11 @@ ReadStatus File::read_line(char* to, int capacity, int& length) {
   }
 }
 
+void File::make_room() {
+  flush();
+  writing_ = true;
+}
+
 int File::write(const void* from, std::size_t bytes) {
   if (write_failure_ != 0) return write_failure_;
   if (!writing_) {
@@ -269,21 +202,6 @@ int File::seek(std::int64_t position) {
   }
   position_ = position;
   return 0;
-}
-
-int File::cut_back_to(std::int64_t end) {
-  flush();
-  writing_ = false;
-  write_failure_ = 0;
-  next_ = end_ = 0;
-  position_ = std::min(end, size());
-  return truncate_here();
-}
-
-bool File::is_same_file(const std::string& path) const {
-  struct stat here, there;
-  return is_open() && ::fstat(descriptor_, &here) == 0 && ::stat(path.c_str(), &there) == 0 &&
-         here.st_dev == there.st_dev && here.st_ino == there.st_ino;
 }
 
 int File::truncate_here() {

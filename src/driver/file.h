@@ -34,8 +34,19 @@ class File {
   int open_new(const std::string& path);
   int open_scratch();
   void adopt_descriptor(int descriptor, bool line_buffered);  // the console
+
+  // A new file that has its name when it is closed, so that a run that is killed leaves none; where
+  // the file system cannot do that it has its name at once.
+  int open_unnamed(const std::string& path);
+
   // 0 also when the file is not open, and for a failed write that was already given to a caller.
   int close();
+
+  // Closes the file as a failed run leaves it: with its first `bytes` bytes, with all that was
+  // written, which is so unless something else was said, or, when it is a new one, not at all.
+  static constexpr std::int64_t kAll = -1, kNoFile = -2;
+  void keep_on_failure(std::int64_t bytes) { kept_on_failure_ = bytes; }
+  int abandon();
 
   bool is_terminal() const { return line_buffered_; }
   bool is_open() const { return descriptor_ >= 0; }
@@ -57,6 +68,18 @@ class File {
   // kOk or kEnd or kError; a last line without a line end counts as a line.
   ReadStatus read_line(char* to, int capacity, int& length);
 
+  // Writing in place: room in the buffer for `bytes` bytes, at most kBufferBytes, of which
+  // wrote(bytes) adds the first to the file. A failed flush shows in write_failure().
+  char* room(std::size_t bytes) {
+    if (!writing_ || kBufferBytes - end_ < bytes) make_room();
+    return buffer_.get() + end_;
+  }
+  void wrote(std::size_t bytes) {
+    end_ += bytes;
+    position_ += static_cast<std::int64_t>(bytes);
+  }
+  int write_failure() const { return write_failure_; }
+
   // Buffered; 0 or the errno value of a failed flush, now or earlier.
   int write(const void* from, std::size_t bytes);
   int write_line(std::string_view prefix, std::string_view text);
@@ -66,10 +89,6 @@ class File {
   int flush();
   int truncate_here();  // ends the file at the current position
 
-  // Ends the file at `end` when it is longer, also after a failed write, which is forgotten with
-  // all that could not be written.
-  int cut_back_to(std::int64_t end);
-
   // True when `path` names the file that is open here.
   bool is_same_file(const std::string& path) const;
 
@@ -77,9 +96,18 @@ class File {
   int open_regular(const std::string& path, int access);
   int attach(int descriptor);
   int fail(int status);
+  int give_name();
+  int cut_back_to(std::int64_t end);
+  int discard();
+  void make_room();
   bool fill();  // reads on at position_ into the empty buffer; false at the end or on failure
 
+  static constexpr std::size_t kBufferBytes = 64 * 1024;
+
   int descriptor_ = -1;
+  std::string name_;  // of a new file
+  bool unnamed_ = false;
+  std::int64_t kept_on_failure_ = kAll;
   bool seekable_ = true;
   bool line_buffered_ = false;
   bool writing_ = false;  // the buffer holds bytes to be written

@@ -33,7 +33,8 @@ void report_failed_console(int status) {
 
 void end_run(RunEnd end) {
   static bool ending = false;
-  bool good = end == RunEnd::kNormal && error_count == 0;
+  const bool good = end == RunEnd::kNormal && error_count == 0;
+  bool failed = !good;
   if (ending) std::_Exit(EXIT_FAILURE);  // the console broke while the end was being reported
   ending = true;
 
@@ -43,23 +44,24 @@ void end_run(RunEnd end) {
       file_on(unit).close();  // it vanishes: nothing can be lost
       continue;
     }
-    if (const int status = file_on(unit).close(); status != 0) {
-      good = false;
+    File& file = file_on(unit);
+    if (const int status = good ? file.close() : file.abandon(); status != 0) {
+      failed = true;
       report_failed_close(unit, status);
     }
   }
   if (const int status = file_on(kConsole).flush(); status != 0) {
-    good = false;
+    failed = true;
     report_failed_console(status);
   }
   if (const int status = file_on(kListingUnit).close(); status != 0) {
-    good = false;
+    failed = true;
     report_failed_close(kListingUnit, status);
     file_on(kConsole).flush();
   }
   end_progress();
   write_notes();
-  std::exit(good ? EXIT_SUCCESS : EXIT_FAILURE);
+  std::exit(failed ? EXIT_FAILURE : EXIT_SUCCESS);
 }
 
 }  // namespace zorvik

@@ -16,7 +16,7 @@
 namespace zorvik {
 namespace {
 
-enum class Opening { kRead, kNew, kAsAsked, kScratch };
+enum class Opening { kRead, kNew, kWhole, kAsAsked, kScratch };
 
 struct FileCode {
   std::string_view code;
@@ -27,9 +27,9 @@ struct FileCode {
 constexpr FileCode kFileCodes[] = {
     {"DAT", "zrvdat", Opening::kRead},    {"LIS", "zrvlis", Opening::kNew},
     {"SC1", "", Opening::kScratch},       {"RES", "vnxres", Opening::kAsAsked},
-    {"REC", "", Opening::kAsAsked},       {"REN", "vnxres", Opening::kNew},
-    {"REW", "", Opening::kNew},           {"SAV", "vnxsav", Opening::kAsAsked},
-    {"SAN", "vnxsav", Opening::kNew},     {"TXS", "savtxt", Opening::kAsAsked},
+    {"REC", "", Opening::kAsAsked},       {"REN", "vnxres", Opening::kWhole},
+    {"REW", "", Opening::kWhole},         {"SAV", "vnxsav", Opening::kAsAsked},
+    {"SAN", "vnxsav", Opening::kWhole},   {"TXS", "savtxt", Opening::kAsAsked},
     {"TXR", "restxt", Opening::kAsAsked},
 };
 
@@ -43,7 +43,7 @@ int open_for(File& file, const std::string& name, Use use) {
     case Use::kRewrite:
       return file.open_to_rewrite(name);
     case Use::kCreate:
-      return file.open_new(name);
+      return file.open_unnamed(name);
   }
   std::abort();
 }
@@ -53,6 +53,8 @@ int open_as(File& file, const std::string& name, Opening opening, Use use) {
     case Opening::kRead:
       return open_for(file, name, Use::kRead);
     case Opening::kNew:
+      return file.open_new(name);
+    case Opening::kWhole:
       return open_for(file, name, Use::kCreate);
     case Opening::kScratch:
       return file.open_scratch();

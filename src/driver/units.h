@@ -14,6 +14,7 @@
 //   TXS   savtxt     text    either text form of saving
 //   TXR   restxt     text    either text form of results
 //   other caller's name in lower case, text, must be new: the files of OUTPUTs
+// What a service command makes new is whole or absent: it has its name when it is closed.
 // The property tables file nwsp_dat is opened by its own reader (wsp/property_file.h).
 #ifndef ZORVIK_DRIVER_UNITS_H_
 #define ZORVIK_DRIVER_UNITS_H_

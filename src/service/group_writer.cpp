@@ -1,5 +1,5 @@
 // Where the last whole group ends is known after each flush; whatever stops the conversion first
-// cuts the file back to there.
+// leaves the file to the run's end, which cuts it back to there.
 #include "service/group_writer.h"
 
 #include "driver/source_line.h"
@@ -8,12 +8,11 @@
 
 namespace zorvik {
 
-GroupWriter::GroupWriter(File& file, const TextForm& form)
-    : file_(file), form_(form), whole_until_(file.position()) {}
+GroupWriter::GroupWriter(File& file, const TextForm& form) : file_(file), form_(form) {
+  file_.keep_on_failure(file.position());
+}
 
 void GroupWriter::stop(std::string_view text, int io_status) {
-  file_.cut_back_to(whole_until_);
-  file_.close();
   stop_command(text, form_.consequence, io_status, source_line.number);
 }
 
@@ -27,7 +26,7 @@ void GroupWriter::write(const void* from, std::size_t bytes) {
 
 void GroupWriter::end_group() {
   stop_on_failure(file_.flush());
-  whole_until_ = file_.position();
+  file_.keep_on_failure(file_.position());
 }
 
 }  // namespace zorvik

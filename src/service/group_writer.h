@@ -30,8 +30,8 @@ class GroupWriter {
   void write(const void* from, std::size_t bytes);
   void end_group();
 
-  // Ends the run: the file is cut back to its last whole group and closed, the text goes to the
-  // listing with the number of the line that is being read, then the command's second line.
+  // Ends the run, which cuts the file back to its last whole group: the text goes to the listing
+  // with the number of the line that is being read, then the command's second line.
   [[noreturn]] void stop(std::string_view text, int io_status = kNoIoStatus);
 
  private:
@@ -39,7 +39,6 @@ class GroupWriter {
 
   File& file_;
   const TextForm& form_;
-  std::int64_t whole_until_;  // end of the last whole group
 };
 
 }  // namespace zorvik

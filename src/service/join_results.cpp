@@ -95,37 +95,19 @@ Joint find_joint(JoinInput& earlier, JoinInput& later, const TimePoints& t) {
   return {earlier.records, first, time_of_record(later, first)};
 }
 
-// The file that is written; `good_bytes` is what it is cut back to when something fails.
-struct Output {
-  File& file;
-  const std::string& name;
-  std::int64_t good_bytes;
-};
-
-void undo(Output& output) {
-  output.file.cut_back_to(output.good_bytes);
-  output.file.close();
-}
-
-[[noreturn]] void stop_on_failed_write(Output& output, int status) {
-  undo(output);
+[[noreturn]] void stop_on_failed_write(int status) {
   stop_on_console("%fat- Write error. 1st  file in SCMD2", status);
 }
 
 // Copies the bytes from `first` up to `end` of the input.
-void copy_bytes(JoinInput& input, std::int64_t first, std::int64_t end, Output& output) {
+void copy_bytes(JoinInput& input, std::int64_t first, std::int64_t end, File& output) {
   static char buffer[kCopyBytes];
   for (std::int64_t place = first; place < end;) {
     const auto bytes = static_cast<std::size_t>(
         std::min<std::int64_t>(end - place, static_cast<std::int64_t>(kCopyBytes)));
     const ReadStatus read = input.file.read_at(place, buffer, bytes);
-    if (read != ReadStatus::kOk) {
-      undo(output);
-      stop_on_record(input, read);
-    }
-    if (const int status = output.file.write(buffer, bytes); status != 0) {
-      stop_on_failed_write(output, status);
-    }
+    if (read != ReadStatus::kOk) stop_on_record(input, read);
+    if (const int status = output.write(buffer, bytes); status != 0) stop_on_failed_write(status);
     place += static_cast<std::int64_t>(bytes);
   }
 }
@@ -141,17 +123,16 @@ void write_output(const JoinCommand& command, JoinInput& earlier, JoinInput& lat
   const bool append = command.mode == JoinMode::kAppend;
   const std::int64_t taken = earlier.offset_of(joint.of_earlier + 1);
   if (!append) open_file(kJoinedResultsUnit, "REW", command.output());
-  Output output{append ? earlier.file : file_on(kJoinedResultsUnit), command.output(),
-                append ? taken : 0};
+  File& output = append ? earlier.file : file_on(kJoinedResultsUnit);
+  output.keep_on_failure(append ? taken : File::kNoFile);
   if (append) {
-    if (const int status = output.file.seek(taken); status != 0)
-      stop_on_failed_write(output, status);
+    if (const int status = output.seek(taken); status != 0) stop_on_failed_write(status);
   } else {
     copy_bytes(earlier, 0, taken, output);
   }
   copy_bytes(later, later.offset_of(joint.from_later), later.offset_of(later.records + 1), output);
-  if (const int status = output.file.flush(); status != 0) stop_on_failed_write(output, status);
-  close_by_name(output.file, output.name);
+  if (const int status = output.flush(); status != 0) stop_on_failed_write(status);
+  close_by_name(output, command.output());
   if (!append) close_by_name(earlier.file, earlier.name);
   close_by_name(later.file, later.name);
 }

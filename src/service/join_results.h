@@ -15,7 +15,7 @@ namespace zorvik {
 // joined in the listing. Refusals of the command, of the files and of their times end the run with
 // messages in the listing before anything is written; failures while records are read or written
 // are reported on the console ("%fat- Write error. 1st  file in SCMD2"), and the earlier file that
-// was being appended to is then cut back to what it was.
+// was being appended to is then cut back to what it was, a new file is not made.
 void join_results_files(std::string_view text, double mode);
 
 }  // namespace zorvik

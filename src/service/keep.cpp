@@ -126,11 +126,13 @@ void keep_records(std::span<const std::int32_t> chosen) {
   check_scratch(scratch, counts, kept, bytes);
 
   SaveStream target{save, kSaveName};
-  target.whole_until = cut_save_file(save, counts, leading_records(chosen));
+  std::int64_t whole_until = cut_save_file(save, counts, leading_records(chosen));
+  save.keep_on_failure(whole_until);
   for (std::int32_t number = 1; number <= kept; ++number) {
     copy_save_record({scratch, kScratchName}, target, counts, number);
     if (const int status = save.flush(); status != 0) stop_on_failed_write(target, status);
-    target.whole_until = std::max(target.whole_until, save.position());
+    whole_until = std::max(whole_until, save.position());
+    save.keep_on_failure(whole_until);
   }
   close_save_file(save);
 }

@@ -133,8 +133,6 @@ bool skip_records(File& file, SaveCounts& counts, std::int64_t records) {
 }
 
 void stop_on_failed_write(const SaveStream& target, int status) {
-  if (target.whole_until >= 0) target.file.cut_back_to(target.whole_until);
-  target.file.close();
   stop_with_listing(message("%fat- Write error during KEEP operation. ", target.name), kNoLine,
                     status);
 }

@@ -46,14 +46,12 @@ bool skip_records(File& file, SaveCounts& counts, std::int64_t records);
 // KEEP operation. ". `counts` holds the control structures' counts.
 struct SaveStream {
   File& file;
-  std::string_view name;          // "File <vnxsav>" or "Scratch file"
-  std::int64_t whole_until = -1;  // of a target: a failed write cuts it back to here, if >= 0
+  std::string_view name;  // "File <vnxsav>" or "Scratch file"
 };
 void copy_save_record(const SaveStream& source, const SaveStream& target, SaveCounts& counts,
                       std::int32_t new_number);
 
-// Ends the run with "%fat- Write error during KEEP operation. " and the target's name;
-// closes the target.
+// Ends the run with "%fat- Write error during KEEP operation. " and the target's name.
 [[noreturn]] void stop_on_failed_write(const SaveStream& target, int status);
 
 // SHOW SAVING and SHOW EVENTS: lists the save file and ends the run. Refused when the file has no

@@ -19,23 +19,18 @@ TextWriter::TextWriter(File& file, std::string_view name, std::string_view conse
     : file_(file), name_(name), consequence_(consequence) {}
 
 void TextWriter::stop_on_failed_write(int status) {
-  file_.close();
   stop_command(message("%err- Write error. File ", name_), consequence_, status);
 }
 
-void TextWriter::flush_buffer() {
-  const int status = file_.write(buffer_.get(), used_);
-  used_ = 0;
-  if (status != 0) stop_on_failed_write(status);
-}
-
-void TextWriter::make_room() {
-  if (used_ >= kBufferBytes) flush_buffer();
+inline char* TextWriter::room(std::size_t bytes) {
+  char* const to = file_.room(bytes);
+  if (file_.write_failure() != 0) stop_on_failed_write(file_.write_failure());
+  return to;
 }
 
 void TextWriter::put(char c) {
-  make_room();
-  buffer_[used_++] = c;
+  *room(1) = c;
+  file_.wrote(1);
 }
 
 void TextWriter::put_all(std::string_view text) {
@@ -50,13 +45,14 @@ void TextWriter::line(std::string_view text) {
 void TextWriter::begin_numbers() { packer_ = {}; }
 
 inline void TextWriter::number(std::string_view text) {
-  make_room();
+  char* to = room(text.size() + 1);
+  const char* const start = to;
   const auto place = packer_.place(static_cast<int>(text.size()));
   if (place != LinePacker::Place::kFirst) {
-    buffer_[used_++] = place == LinePacker::Place::kSameLine ? ' ' : '\n';
+    *to++ = place == LinePacker::Place::kSameLine ? ' ' : '\n';
   }
-  std::memcpy(buffer_.get() + used_, text.data(), text.size());
-  used_ += text.size();
+  to = std::copy(text.begin(), text.end(), to);
+  file_.wrote(static_cast<std::size_t>(to - start));
 }
 
 void TextWriter::integers(const std::int32_t* values, int count) {
@@ -109,7 +105,6 @@ void TextWriter::end_texts() {
 }
 
 void TextWriter::finish() {
-  flush_buffer();
   if (const int status = file_.flush(); status != 0) stop_on_failed_write(status);
 }
 

@@ -9,7 +9,6 @@
 #define ZORVIK_SERVICE_TEXT_WRITER_H_
 
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -54,18 +53,13 @@ class TextWriter {
   void number(std::string_view text);
   void put(char c);
   void put_all(std::string_view text);
-  void make_room();
-  void flush_buffer();
+  char* room(std::size_t bytes);
   [[noreturn]] void stop_on_failed_write(int status);
-
-  static constexpr std::size_t kBufferBytes = 64 * 1024, kSlack = 64;
 
   File& file_;
   const std::string_view name_, consequence_;
   LinePacker packer_;
   int codes_on_line_ = 0;
-  std::size_t used_ = 0;
-  std::unique_ptr<char[]> buffer_ = std::make_unique_for_overwrite<char[]>(kBufferBytes + kSlack);
 };
 
 }  // namespace zorvik

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include "driver/text.h"
+#include "sample/results_file.h"
 #include "unit/service_run.h"
 
 namespace zorvik {
@@ -42,6 +43,51 @@ TEST_F(FileSafety, WhatIsNoRegularFileIsRefusedAtOnce) {
       remove(c.name);
     }
   }
+}
+
+TEST_F(FileSafety, ANewFileIsWholeOrAbsent) {
+  const auto write = [](std::int64_t kept, bool is_killed, bool is_abandoned) {
+    File file;
+    if (file.open_unnamed("f") != 0) ::_exit(EEXIST);
+    file.write("whole", 5);
+    file.flush();
+    file.keep_on_failure(kept);
+    if (is_killed) ::raise(SIGKILL);
+    if ((is_abandoned ? file.abandon() : file.close()) != 0) ::_exit(1);
+  };
+  const struct {
+    std::int64_t kept;
+    bool is_killed, is_abandoned;
+    const char* left;  // nullptr: no file
+  } kCases[] = {{File::kNoFile, false, false, "whole"},
+                {File::kAll, false, true, "whole"},
+                {2, false, true, "wh"},
+                {File::kNoFile, false, true, nullptr},
+                {File::kAll, true, false, nullptr}};
+  for (const auto& c : kCases) {
+    const Outcome outcome = run([&] { write(c.kept, c.is_killed, c.is_abandoned); });
+    EXPECT_EQ(outcome.status, c.is_killed ? -1 : 0);
+    EXPECT_EQ(exists("f"), c.left != nullptr);
+    if (c.left == nullptr) continue;
+    EXPECT_EQ(get("f"), c.left);
+    EXPECT_EQ(run([&] { write(0, false, false); }).status, EEXIST);
+    remove("f");
+  }
+}
+
+TEST_F(FileSafety, AFailedCommandLeavesWhatItShould) {
+  sample::ResultsFile file{2, {}, {{"X", 1, 1, 1, 1, 1001}}, "T", {{1, -1}, {2, -2}}};
+  const std::string whole = sample::results_file_bytes(file);
+  put("vnxres", whole.substr(0, whole.size() - 1));
+  EXPECT_EQ(scmd2("TO_TEXT RESULTS").status, 1);
+  EXPECT_EQ(get("restxt"),
+            "2 1 6 1\n0 1 1 1 1 1001\n0_TEXT_0\n[X" + std::string(39, ' ') +
+                "]\n1_TEXT_1\n0_TEXT_0\n[T]\n1_TEXT_1\n! Tau\n1.000000000E+00 -1.000000000E+00\n");
+  put("a", whole);
+  for (double time = 3; time < 500; ++time) file.records.push_back({time, -time});
+  put("b", sample::results_file_bytes(file));
+  EXPECT_EQ(scmd2("c=a+b", {1}, kScalar, 4000).status, 1);  // the disk is full
+  EXPECT_FALSE(exists("c"));
 }
 
 TEST_F(FileSafety, ControlCharactersOfTextsDoNotReachATerminal) {

@@ -1,0 +1,156 @@
+// How a file is opened, gets its name and is closed.
+//
+// A new file that is to be whole or absent has no name at first: the link that the system keeps of
+// every open file, /proc/self/fd/N, becomes its name when it is closed.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+
+#include "driver/file.h"
+
+namespace zorvik {
+namespace {
+
+std::string link_to(int descriptor) { return "/proc/self/fd/" + std::to_string(descriptor); }
+
+}  // namespace
+
+File::~File() { close(); }
+
+int File::attach(int descriptor) {
+  descriptor_ = descriptor;
+  seekable_ = ::lseek(descriptor, 0, SEEK_CUR) >= 0;
+  line_buffered_ = false;
+  writing_ = false;
+  write_failure_ = 0;
+  name_.clear();
+  unnamed_ = false;
+  kept_on_failure_ = kAll;
+  position_ = 0;
+  next_ = end_ = 0;
+  if (!buffer_) buffer_ = std::make_unique_for_overwrite<char[]>(kBufferBytes);
+  return 0;
+}
+
+// Not to wait is asked for at the opening, where a FIFO would wait, and taken back for the reading.
+int File::open_regular(const std::string& path, int access) {
+  const int descriptor = ::open(path.c_str(), access | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+  if (descriptor < 0) return fail(errno);
+  struct stat info;
+  int status = 0;
+  if (::fstat(descriptor, &info) != 0 || ::fcntl(descriptor, F_SETFL, 0) != 0) {
+    status = errno;
+  } else if (!S_ISREG(info.st_mode)) {
+    status = S_ISDIR(info.st_mode) ? EISDIR : EINVAL;
+  }
+  if (status == 0) return attach(descriptor);
+  ::close(descriptor);
+  return fail(status);
+}
+
+int File::open_to_read(const std::string& path) { return open_regular(path, O_RDONLY); }
+
+int File::open_to_rewrite(const std::string& path) {
+  const int status = open_regular(path, O_RDWR);
+  return status == EACCES || status == EROFS || status == EPERM ? open_to_read(path) : status;
+}
+
+int File::open_new(const std::string& path) {
+  const int descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+  if (descriptor < 0) return fail(errno);
+  attach(descriptor);
+  name_ = path;
+  return 0;
+}
+
+// Without a folder of processes the file could not get its name at the end.
+int File::open_unnamed(const std::string& path) {
+  struct stat info;
+  if (::lstat(path.c_str(), &info) == 0) return fail(EEXIST);
+  const bool here = path.find('/') == std::string::npos;
+  const int descriptor = here ? ::open(".", O_TMPFILE | O_RDWR | O_CLOEXEC, 0666) : -1;
+  if (descriptor < 0) return open_new(path);
+  if (::access(link_to(descriptor).c_str(), F_OK) != 0) {
+    ::close(descriptor);
+    return open_new(path);
+  }
+  attach(descriptor);
+  name_ = path;
+  unnamed_ = true;
+  return 0;
+}
+
+int File::open_scratch() {
+  int descriptor = ::open(".", O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
+  if (descriptor < 0) {  // a file system without nameless files
+    char name[] = "zrvscrXXXXXX";
+    descriptor = ::mkstemp(name);
+    if (descriptor < 0) return fail(errno);
+    ::unlink(name);
+  }
+  return attach(descriptor);
+}
+
+void File::adopt_descriptor(int descriptor, bool line_buffered) {
+  attach(descriptor);
+  seekable_ = false;  // several processes may write there: always at the end
+  line_buffered_ = line_buffered;
+}
+
+int File::give_name() {
+  unnamed_ = false;
+  const std::string here = link_to(descriptor_);
+  return ::linkat(AT_FDCWD, here.c_str(), AT_FDCWD, name_.c_str(), AT_SYMLINK_FOLLOW) == 0 ? 0
+                                                                                           : errno;
+}
+
+int File::close() {
+  if (descriptor_ < 0) return 0;
+  int status = write_failure_ != 0 ? 0 : flush();
+  if (unnamed_) {
+    const int failure = give_name();
+    if (status == 0) status = failure;
+  }
+  if (::close(descriptor_) != 0 && status == 0) status = errno;
+  descriptor_ = -1;
+  return status == 0 ? 0 : fail(status);
+}
+
+int File::abandon() {
+  if (descriptor_ < 0 || kept_on_failure_ == kAll) return close();
+  if (kept_on_failure_ == kNoFile) return discard();
+  const int cut = cut_back_to(kept_on_failure_);
+  const int status = close();
+  return cut != 0 ? fail(cut) : status;
+}
+
+// Ends the file at `end` when it is longer, also after a failed write, which is forgotten with all
+// that could not be written.
+int File::cut_back_to(std::int64_t end) {
+  flush();
+  writing_ = false;
+  write_failure_ = 0;
+  next_ = end_ = 0;
+  position_ = std::min(end, size());
+  return truncate_here();
+}
+
+int File::discard() {
+  int status = 0;
+  if (!unnamed_ && is_same_file(name_) && ::unlink(name_.c_str()) != 0) status = errno;
+  ::close(descriptor_);
+  descriptor_ = -1;
+  return status == 0 ? 0 : fail(status);
+}
+
+bool File::is_same_file(const std::string& path) const {
+  struct stat here, there;
+  return is_open() && ::fstat(descriptor_, &here) == 0 && ::stat(path.c_str(), &there) == 0 &&
+         here.st_dev == there.st_dev && here.st_ino == there.st_ino;
+}
+
+}  // namespace zorvik
