@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "driver/floating_point.h"
+#include "driver/interruption.h"
 #include "driver/messages.h"
 #include "driver/number_format.h"
 #include "driver/progress.h"
@@ -39,6 +40,7 @@ void report_used_space() {
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
   occupy_standard_descriptors();
+  heed_signals();
   watch_progress();
   flush_denormals_to_zero();
   set_up_tables();
@@ -46,6 +48,7 @@ void report_used_space() {
   open_file(kListingUnit, "LIS");
   parse_pass(kProgramUnit);
   u91ps2(kProgramUnit);
+  flush_listing();
   S9XMA3();
   report_used_space();
   end_run(RunEnd::kNormal);

@@ -1,20 +1,35 @@
 #include "driver/file.h"
 
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <cstring>
+
+#include "driver/interruption.h"
 
 namespace zorvik {
 namespace {
 
+// How much of `bytes` may be written to a stream at once. A console that nobody reads must not keep
+// an interrupted run from its end: then as much as surely fits, 0 when there is no room.
+std::size_t writable(int descriptor, std::size_t bytes) {
+  constexpr int kPatience = 1000;  // milliseconds
+  if (!is_interrupted()) return bytes;
+  pollfd stream{descriptor, POLLOUT, 0};
+  return ::poll(&stream, 1, kPatience) > 0 ? std::min<std::size_t>(bytes, PIPE_BUF) : 0;
+}
+
 // Writes all bytes at `offset` (at the stream's end when offset is negative); 0 or errno.
 int write_all(int descriptor, const char* from, std::size_t bytes, std::int64_t offset) {
   while (bytes > 0) {
+    const std::size_t part = offset < 0 ? writable(descriptor, bytes) : bytes;
+    if (part == 0) return EINTR;
     const ssize_t written =
-        offset < 0 ? ::write(descriptor, from, bytes) : ::pwrite(descriptor, from, bytes, offset);
+        offset < 0 ? ::write(descriptor, from, part) : ::pwrite(descriptor, from, part, offset);
     if (written < 0) {
       if (errno == EINTR) continue;
       return errno;

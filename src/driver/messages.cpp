@@ -40,11 +40,14 @@ int write_record(int unit, std::string_view text, int io_status) {
   return failure;
 }
 
-void write_to_file(int unit, std::string_view text, int io_status) {
-  const int failure = write_record(unit, text, io_status);
+void stop_on_failed_write(int failure) {
   if (failure == 0) return;
   write_record(kConsole, "%fat- Write error. File <zrvlis>", failure);
   end_run(RunEnd::kFailed);
+}
+
+void write_to_file(int unit, std::string_view text, int io_status) {
+  stop_on_failed_write(write_record(unit, text, io_status));
 }
 
 }  // namespace
@@ -61,6 +64,8 @@ void issue_message(int unit, std::string_view text, int io_status, int line) {
   if (unit <= kConsole) write_record(kConsole, text, io_status);
   if (unit != kConsole) write_to_file(unit < 0 ? -unit : unit, text, io_status);
 }
+
+void flush_listing() { stop_on_failed_write(file_on(listing_unit).flush()); }
 
 void issue_pointed_message(int unit, std::string_view text, int column) {
   if (text.empty()) return;

@@ -43,6 +43,10 @@ void issue_pointed_message(int unit, std::string_view text, int column);
 // A record of one blank.
 void write_blank_line(int unit);
 
+// Hands the listing to the system, so that it can be read while the run works. A failure is one of
+// writing.
+void flush_listing();
+
 // Counts an error after writing it to the listing, with a line number or under a column.
 void count_error(std::string_view text, int line = kNoLine, int io_status = kNoIoStatus);
 void count_error_at(int column, std::string_view text);

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "driver/interruption.h"
 #include "driver/messages.h"
 #include "driver/notes.h"
 #include "driver/progress.h"
@@ -61,6 +62,7 @@ void end_run(RunEnd end) {
   }
   end_progress();
   write_notes();
+  if (is_interrupted()) die_by_pending_signal();
   std::exit(failed ? EXIT_FAILURE : EXIT_SUCCESS);
 }
 

@@ -15,6 +15,7 @@ enum class RunEnd {
 // the unit's subject on the console (and in the listing for an OUTPUT's file), and exit status 1. A
 // console that could not be written gives "%fat- Write error. Console" in the listing: the run went
 // on without it.
+// A run that was interrupted dies by the signal instead.
 [[noreturn]] void end_run(RunEnd end);
 
 }  // namespace zorvik

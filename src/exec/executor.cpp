@@ -2,6 +2,7 @@
 // nothing recurs.
 #include "exec/executor.h"
 
+#include "driver/interruption.h"
 #include "driver/messages.h"
 #include "driver/run_end.h"
 #include "driver/text.h"
@@ -42,6 +43,7 @@ class Executor {
   static int word_at(int position) { return code_store.word[position]; }
 
   void step() {
+    stop_if_interrupted();
     int& position = run_state.position;
     position = run_decoded(position, jumps_[depth_], kMaxJumps);
     const std::int32_t head = word_at(position);

@@ -2,6 +2,7 @@
 // leaves the file to the run's end, which cuts it back to there.
 #include "service/group_writer.h"
 
+#include "driver/interruption.h"
 #include "driver/source_line.h"
 #include "driver/text.h"
 #include "service/stop_command.h"
@@ -21,6 +22,7 @@ void GroupWriter::stop_on_failure(int status) {
 }
 
 void GroupWriter::write(const void* from, std::size_t bytes) {
+  stop_if_interrupted();
   stop_on_failure(file_.write(from, bytes));
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "driver/interruption.h"
 #include "driver/messages.h"
 #include "driver/text.h"
 #include "driver/units.h"
@@ -115,6 +116,7 @@ void count_records(JoinInput& input) {
 }
 
 double time_of_record(JoinInput& input, std::int64_t record) {
+  stop_if_interrupted();
   const std::int64_t extended_bytes = input.header.extended_values() * kValueBytes;
   double time = 0.0;
   const ReadStatus status =

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "driver/interruption.h"
 #include "driver/messages.h"
 #include "driver/number_format.h"
 #include "driver/text.h"
@@ -103,6 +104,7 @@ Joint find_joint(JoinInput& earlier, JoinInput& later, const TimePoints& t) {
 void copy_bytes(JoinInput& input, std::int64_t first, std::int64_t end, File& output) {
   static char buffer[kCopyBytes];
   for (std::int64_t place = first; place < end;) {
+    stop_if_interrupted();
     const auto bytes = static_cast<std::size_t>(
         std::min<std::int64_t>(end - place, static_cast<std::int64_t>(kCopyBytes)));
     const ReadStatus read = input.file.read_at(place, buffer, bytes);

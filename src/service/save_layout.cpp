@@ -7,6 +7,7 @@
 #include <bit>
 #include <cstring>
 
+#include "driver/interruption.h"
 #include "driver/messages.h"
 
 namespace zorvik {
@@ -206,6 +207,7 @@ class FileSource : public FieldSource {
 }  // namespace
 
 PartStatus walk_part(FieldSource& source, SavePart part, SaveCounts& counts, FieldTaker& taker) {
+  stop_if_interrupted();
   forget_record_counts(counts);
   bool first = part == SavePart::kRecord;
   for (const SaveField& field : fields_of(part)) {

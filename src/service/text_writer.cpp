@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "driver/interruption.h"
 #include "driver/number_format.h"
 #include "driver/text.h"
 #include "service/stop_command.h"
@@ -42,7 +43,10 @@ void TextWriter::line(std::string_view text) {
   put('\n');
 }
 
-void TextWriter::begin_numbers() { packer_ = {}; }
+void TextWriter::begin_numbers() {
+  stop_if_interrupted();
+  packer_ = {};
+}
 
 inline void TextWriter::number(std::string_view text) {
   char* to = room(text.size() + 1);

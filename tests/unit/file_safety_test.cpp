@@ -2,8 +2,14 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include "driver/interruption.h"
 #include "driver/text.h"
+#include "exec/executor.h"
+#include "lang/check/pass_one.h"
+#include "lang/compile/pass_two.h"
+#include "lang/text/lexer.h"
 #include "sample/results_file.h"
+#include "sample/save_file.h"
 #include "unit/service_run.h"
 
 namespace zorvik {
@@ -66,7 +72,7 @@ TEST_F(FileSafety, ANewFileIsWholeOrAbsent) {
                 {File::kAll, true, false, nullptr}};
   for (const auto& c : kCases) {
     const Outcome outcome = run([&] { write(c.kept, c.is_killed, c.is_abandoned); });
-    EXPECT_EQ(outcome.status, c.is_killed ? -1 : 0);
+    EXPECT_EQ(outcome.status, c.is_killed ? -SIGKILL : 0);
     EXPECT_EQ(exists("f"), c.left != nullptr);
     if (c.left == nullptr) continue;
     EXPECT_EQ(get("f"), c.left);
@@ -88,6 +94,75 @@ TEST_F(FileSafety, AFailedCommandLeavesWhatItShould) {
   put("b", sample::results_file_bytes(file));
   EXPECT_EQ(scmd2("c=a+b", {1}, kScalar, 4000).status, 1);  // the disk is full
   EXPECT_FALSE(exists("c"));
+}
+
+// The signal comes when the OUTPUT's file is there, which is while the loop runs.
+TEST_F(FileSafety, ASignalEndsTheRunInOrder) {
+  put("zrvdat",
+      "L: PRINT 'ON THE CONSOLE'; OUT T;\n"
+      "DO I = 1, 1000000000; X = 1.0*I; ENDDO END\n"
+      "OUTPUT T; WRITE1 'IN THE FILE'; END\n");
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGXCPU}) {
+    const Outcome outcome = run([signal] {
+      heed_signals();
+      if (::fork() == 0) {
+        while (::access("t", F_OK) != 0 && ::getppid() != 1) ::usleep(1000);
+        ::kill(::getppid(), signal);
+        ::_exit(0);
+      }
+      reset_source_line();
+      reset_lexer();
+      open_file(kProgramUnit, "DAT");
+      parse_pass(kProgramUnit);
+      u91ps2(kProgramUnit);
+      S9XMA3();
+    });
+    EXPECT_EQ(outcome.status, -signal);
+    EXPECT_EQ(outcome.console, " ON THE CONSOLE\n");
+    EXPECT_EQ(get("t"), "IN THE FILE\n");
+    EXPECT_NE(outcome.listing.find("Used   space:"), std::string::npos);
+    remove("t");
+  }
+}
+
+TEST_F(FileSafety, EveryCommandLooksAtTheSignals) {
+  const sample::ResultsFile results{2, {}, {{"X", 1, 1, 1, 1, 1001}}, "T", {{1, -1}, {2, -2}}};
+  const std::string vnxres = sample::results_file_bytes(results);
+  const sample::SaveFile saving{{7, "T", {}, {}, {}, {}, 0}, {{}, {}}};
+  const std::string vnxsav = sample::save_file_bytes(saving);
+  put("a", vnxres);
+  put("b", sample::results_file_bytes({2, {}, results.entries, "T", {{3, -3}}}));
+  put("vnxsav", vnxsav.substr(0, vnxsav.size() - 1));
+  const auto interrupted = [&](const char* command, double number) {
+    return run([&] {
+      heed_signals();
+      ::raise(SIGTERM);
+      run_service_command({"MAIN_procedure      ", kCharacter, command, kInteger, kScalar,
+                           std::vector<double>{number}});
+    });
+  };
+  const struct {
+    const char* command;
+    double number;
+    const char* name;
+    std::string left;  // of the file; empty: none
+  } kCases[] = {{"KEEP", 1, "vnxsav", vnxsav.substr(0, vnxsav.size() - 1)},
+                {"REPAIR SAVING", 1, "vnxsav", vnxsav.substr(0, vnxsav.size() - 1)},
+                {"TO_TEXT SAVING", 1, "savtxt", ""},
+                {"c=a+b", 1, "c", ""},
+                {"a=a+b", 0, "a", vnxres}};
+  for (const auto& c : kCases) {
+    SCOPED_TRACE(c.command);
+    EXPECT_EQ(interrupted(c.command, c.number).status, -SIGTERM);
+    EXPECT_EQ(get(c.name), c.left);
+  }
+  put("vnxres", vnxres);
+  EXPECT_EQ(interrupted("TO_TEXT RESULTS", 0).status, -SIGTERM);
+  remove("restxt");
+  scmd2("TO_TEXT RESULTS");
+  remove("vnxres");
+  EXPECT_EQ(interrupted("FROM_TEXT RESULTS", 0).status, -SIGTERM);
+  EXPECT_LT(get("vnxres").size(), vnxres.size());
 }
 
 TEST_F(FileSafety, ControlCharactersOfTextsDoNotReachATerminal) {

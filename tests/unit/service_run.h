@@ -32,7 +32,7 @@ extern "C" inline __attribute__((used)) int __lsan_is_turned_off() {  // NOLINT:
 namespace zorvik {
 
 struct Outcome {
-  int status;
+  int status;  // minus the signal that ended it
   std::string console, listing;
 };
 
@@ -69,7 +69,7 @@ class ServiceRun : public ::testing::Test {
     }
     int status = 0;
     ::waitpid(child, &status, 0);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, get("console"), get("zrvlis")};
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), get("console"), get("zrvlis")};
   }
 
   Outcome scmd2(const std::string& command, std::vector<double> numbers = {0},

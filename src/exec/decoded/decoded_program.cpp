@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "driver/interruption.h"
 #include "driver/number_format.h"
 #include "exec/functions/elementary_functions.h"
 #include "exec/values/scalar_operations.h"
@@ -270,7 +271,7 @@ int run_decoded(int position, int& jumps, int max_jumps) {
         break;
       }
       case Op::kEnddo:
-        if (!may_repeat(*i.loop)) return i.statement;
+        if (!may_repeat(*i.loop) || is_interrupted()) return i.statement;
         if (!advance_loop(*i.loop)) {
           if (next = first_instruction(i.count); next == nullptr) return i.count;
         } else if (next = taken(&i); next == nullptr) {
