@@ -23,6 +23,11 @@ grep -q 'colorcolumn=81' zorvik.vim
 grep -q 'guidestripe 81' zorvik.nanorc
 grep -q '"editor.rulers": \[80\]' vscode/package.json
 
+if command -v node >/dev/null; then
+  for file in vscode/*.json vscode/syntaxes/*.json; do
+    node -e 'JSON.parse(require("fs").readFileSync(process.argv[1]))' "$file" || status=1
+  done
+fi
 if command -v vim >/dev/null; then
   { printf "tau = ws1p1(1,'P! IF', 2.5, 2) ! end"; printf '%46s X = 1\n' ''; } >"$work/program.zrv"
   cat >"$work/show.vim" <<'END'
