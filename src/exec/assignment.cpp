@@ -12,6 +12,7 @@
 #include "exec/evaluator.h"
 #include "exec/values/evaluation_stack.h"
 #include "exec/values/run_state.h"
+#include "exec/values/scalar_operations.h"
 #include "lang/code/code_store.h"
 #include "stores/notkeys.h"
 
@@ -72,7 +73,7 @@ void store_text(const Variable& variable) {
 // The reason why the value may not be assigned to the whole variable, or an empty text.
 std::string_view fault_of_whole(const Variable& variable, const StackEntry& value, bool is_list) {
   const bool is_text = value.base_type == kCharacter;
-  if (variable.base_type == kInteger && value.base_type != kInteger) {
+  if (!may_hold(variable.base_type, value.base_type)) {
     return " Integer = not_integer_value";
   }
   // A scalar that holds a place of the results store is a number, too.
@@ -90,7 +91,7 @@ std::string_view fault_of_region(const Reference& target, const StackEntry& valu
   if (target.region.is_element && (value.shape != kScalar || is_list)) {
     return " One_array_element = array";
   }
-  if (target.variable.base_type == kInteger && value.base_type != kInteger) {
+  if (!may_hold(target.variable.base_type, value.base_type)) {
     return " Integer = not_integer_value";
   }
   return {};
@@ -98,7 +99,7 @@ std::string_view fault_of_region(const Reference& target, const StackEntry& valu
 
 std::string_view fault_of_further_part(const Variable& variable, const StackEntry& value) {
   if (value.base_type == kCharacter) return " Array = character_value";
-  if (variable.base_type == kInteger && value.base_type != kInteger) {
+  if (!may_hold(variable.base_type, value.base_type)) {
     return " Integer = not_integer_value";
   }
   return {};
@@ -206,7 +207,7 @@ void append_further_part(NewNotkey& notkey) {
   if (type == kCharacter) {
     stop_at_statement(message("%fat- Array ", notkey.name, " = character_value"));
   }
-  if (notkey.base_type == kInteger && type != kInteger) {
+  if (!may_hold(notkey.base_type, type)) {
     stop_in_procedure(" Integer = not_integer_value");
   }
   append_value(notkey);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "exec/decoded/decoded_program.h"
 #include "exec/functions/functions.h"
 #include "exec/operators.h"
 #include "exec/values/evaluation_stack.h"
@@ -76,7 +77,13 @@ Reference::Subscript shape_subscript(const StackEntry& entry) {
 
 int u92xt3(int position) {
   reset_evaluation();
-  evaluate_items(position, 0, code_store.word[position]);
+  double value;
+  BaseType type;
+  if (evaluate_decoded(position, value, type)) {
+    push_scalar(type, value);
+  } else {
+    evaluate_items(position, 0, code_store.word[position]);
+  }
   return after_expression(position);
 }
 

@@ -1,5 +1,5 @@
-// One loop serves MAIN, the block and every OUTPUT; calls are kept on a stack of its own, so
-// nothing recurs.
+// One loop serves MAIN, the block and every OUTPUT. It runs decoded statements as far as they go,
+// one statement in the general way, and again.
 #include "exec/executor.h"
 
 #include "driver/interruption.h"
@@ -11,6 +11,7 @@
 #include "exec/do_loop.h"
 #include "exec/evaluator.h"
 #include "exec/output_statement.h"
+#include "exec/values/call_stack.h"
 #include "exec/values/evaluation_stack.h"
 #include "exec/values/run_state.h"
 #include "lang/code/code_store.h"
@@ -20,32 +21,21 @@
 namespace zorvik {
 namespace {
 
-constexpr int kMaxCalls = 100;
-constexpr int kMaxJumps = 20000;
-
-struct Call {
-  int return_position;
-  int caller;
-};
-
 class Executor {
  public:
   void run_main() {
     enter_context(kMainProcedure);
-    run_state.position = body_of(kMainProcedure);
+    run_state.position = first_statement(kMainProcedure);
     while (!finished_) step();
   }
 
  private:
-  static int body_of(int procedure) {
-    return procedure_table.procedure[procedure].start + kHeaderWords;
-  }
   static int word_at(int position) { return code_store.word[position]; }
 
   void step() {
     stop_if_interrupted();
     int& position = run_state.position;
-    position = run_decoded(position, jumps_[depth_], kMaxJumps);
+    position = run_decoded(position);
     const std::int32_t head = word_at(position);
     const auto code = static_cast<StatementCode>(head_code(head));
     evaluation.line = head_line(head);
@@ -63,7 +53,7 @@ class Executor {
         position += kPairWords;
         break;
       case kCodeGoto:
-        count_jump();
+        if (!count_jump()) stop_on_jumps();
         position = word_at(position + 1);
         break;
       case kCodeOut:
@@ -103,13 +93,12 @@ class Executor {
     const bool in_main = run_state.context == Context::kMain;
     const bool in_output = run_state.context == Context::kOutput;
     stop_at_statement(message(in_main ? "%fat- " : "%fat-  ", "Array is invalid after IF. ",
-                              in_output ? "OUTPUT " : "", run_state.name));
+                              in_output ? "OUTPUT " : "", running_name()));
   }
 
-  void count_jump() {
-    if (++jumps_[depth_] <= kMaxJumps) return;
+  [[noreturn]] static void stop_on_jumps() {
     const bool in_output = run_state.context == Context::kOutput;
-    issue_message(listing_unit, message("%fat- ", in_output ? "OUTPUT " : "", run_state.name,
+    issue_message(listing_unit, message("%fat- ", in_output ? "OUTPUT " : "", running_name(),
                                         ". Number of processed GOTOs > ", kMaxJumps));
     stop_at_statement("%fat- ZORVIK treats it as infinite loop. See GOTO at");
   }
@@ -117,7 +106,7 @@ class Executor {
   [[noreturn]] static void execute_stop() {
     const bool in_output = run_state.context == Context::kOutput;
     issue_message(-listing_unit,
-                  message("STOP executed in ", in_output ? "OUTPUT " : "", run_state.name),
+                  message("STOP executed in ", in_output ? "OUTPUT " : "", running_name()),
                   kNoIoStatus, evaluation.line);
     end_run(RunEnd::kNormal);
   }
@@ -130,33 +119,23 @@ class Executor {
   }
 
   void call(int procedure) {
-    if (depth_ == kMaxCalls) {
+    if (call_stack.depth == kMaxCalls) {
       stop_run(-listing_unit,
                message("%fat- Call stack is full. See OUT ", procedure_name(procedure)),
                Stop::kWithNotice, evaluation.line);
     }
-    calls_[++depth_] = {run_state.position + kPairWords, run_state.procedure};
-    jumps_[depth_] = 0;
-    if (run_state.procedure == kMainProcedure && procedure_table.has_block &&
-        procedure == kBlockProcedure) {
+    const int return_position = run_state.position + kPairWords;
+    if (is_call_of_block(procedure)) {
+      push_call(return_position);
       enter_context(procedure);
       run_next_record();
-    } else if (results_store.value[turn_on_position(procedure)] == 0.0) {
-      return_to_caller();
-    } else {
+    } else if (is_turned_on(procedure)) {
+      push_call(return_position);
       enter_context(procedure);
-      run_state.position = body_of(procedure);
+      run_state.position = first_statement(procedure);
+    } else {
+      run_state.position = return_position;
     }
-  }
-
-  static int turn_on_position(int output) {
-    return results_store.descriptor[header_word(output, kFirstKeyDescriptor)].start;
-  }
-
-  void return_to_caller() {
-    const Call& call = calls_[depth_--];
-    enter_context(call.caller);
-    run_state.position = call.return_position;
   }
 
   // The block begins again with the next record, or ends with the last one.
@@ -166,12 +145,12 @@ class Executor {
     } else if (read_results_record() == kNoMoreRecords) {
       return leave_block();
     }
-    jumps_[depth_] = 0;
-    run_state.position = body_of(kBlockProcedure);
+    jump_count() = 0;
+    run_state.position = first_statement(kBlockProcedure);
   }
 
   void leave_block() {
-    return_to_caller();
+    run_state.position = pop_call();
     if (const int status = close_results_file(); status != 0) {
       stop_with_listing("%fat- Close error. File <vnxres>", evaluation.line, status);
     }
@@ -186,13 +165,10 @@ class Executor {
         code == kCodeEnd ? run_next_record() : leave_block();
         break;
       default:
-        return_to_caller();
+        run_state.position = pop_call();
     }
   }
 
-  Call calls_[kMaxCalls + 1];
-  int jumps_[kMaxCalls + 1] = {};
-  int depth_ = 0;
   bool first_record_ = true;
   bool finished_ = false;
 };

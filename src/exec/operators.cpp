@@ -1,7 +1,10 @@
+// Types and shapes are looked at here, from the operands' types first to what the operator allows;
+// the values go through the operations on scalars.
 #include "exec/operators.h"
 
+#include <algorithm>
+
 #include "driver/messages.h"
-#include "driver/number_format.h"
 #include "driver/text.h"
 #include "exec/values/evaluation_stack.h"
 #include "exec/values/run_state.h"
@@ -16,45 +19,8 @@ namespace {
                         kOperatorTexts[static_cast<std::size_t>(code)], '"'));
 }
 
-bool is_comparison(int code) {
-  return code == kLess || code == kGreater || (code >= kLessEqual && code <= kEqual);
-}
-
-bool compare(int code, double left, double right) {
-  switch (code) {
-    case kLess:
-      return left < right;
-    case kGreater:
-      return left > right;
-    case kLessEqual:
-      return left <= right;
-    case kNotEqual:
-      return left != right;
-    case kGreaterEqual:
-      return left >= right;
-    default:
-      return left == right;
-  }
-}
-
-double arithmetic(int code, double left, double right, bool integer_exponent, bool integer) {
-  switch (code) {
-    case kPlus:
-      return left + right;
-    case kMinus:
-      return left - right;
-    case kTimes:
-      return left * right;
-    case kDivide:
-      return divide(left, right, integer);
-    default:
-      return raise_to_power(left, right, integer_exponent, integer);
-  }
-}
-
 void apply_range(const StackEntry& left, const StackEntry& right) {
-  const double first = round_half_away(*values_of(left));
-  const double last = round_half_away(*values_of(right));
+  const double first = whole(*values_of(left)), last = whole(*values_of(right));
   const bool good = left.base_type == kInteger && right.base_type == kInteger && first >= 1.0 &&
                     last >= 1.0 && first <= last;
   if (!good) {
@@ -69,43 +35,55 @@ void apply_range(const StackEntry& left, const StackEntry& right) {
   }
 }
 
-void apply_to_scalars(int code, const StackEntry& left, const StackEntry& right) {
+// A quotient or a power.
+double quotient_or_power(int code, const StackEntry& left, const StackEntry& right) {
   const double a = *values_of(left), b = *values_of(right);
-  if (is_comparison(code)) {
-    replace_by_scalar(2, kInteger, compare(code, a, b) ? 1.0 : 0.0);
-    return;
+  const bool is_whole = result_type(left.base_type, right.base_type) == kInteger;
+  double result;
+  const bool good = code == kPower ? raise_to_power(a, b, right.base_type == kInteger, result)
+                    : is_whole     ? divide_whole(a, b, result)
+                                   : divide(a, b, result);
+  if (!good) {
+    stop_at_statement(is_whole ? "%fat- Integer divide by zero" : "%fat- Floating divide by zero");
   }
-  switch (code) {
-    case kAnd:
-      replace_by_scalar(2, kInteger, a == 0.0 || b == 0.0 ? 0.0 : 1.0);
-      return;
-    case kOr:
-      replace_by_scalar(2, kInteger, a == 0.0 && b == 0.0 ? 0.0 : 1.0);
-      return;
-    case kColon:
-      return apply_range(left, right);
-    case kPlus:
-    case kMinus:
-    case kTimes:
-    case kDivide:
-    case kPower:
-      break;
-    default:
-      stop_on_console("dbg%- Unrecognized binary operation");
-  }
-  const bool integer = left.base_type == kInteger && right.base_type == kInteger;
-  const double result = arithmetic(code, a, b, right.base_type == kInteger, integer);
-  replace_by_scalar(2, integer ? kInteger : kReal, integer ? round_half_away(result) : result);
+  return result;
 }
 
-// An array with a scalar on its right: every element, without rounding.
+void apply_to_scalars(int code, const StackEntry& left, const StackEntry& right) {
+  if (code == kColon) return apply_range(left, right);
+  const double a = *values_of(left), b = *values_of(right);
+  if (is_comparison_or_logical(code)) {
+    return replace_by_scalar(2, kInteger, truth(holds(code, a, b)));
+  }
+  const bool is_simple = code == kPlus || code == kMinus || code == kTimes;
+  if (!is_simple && code != kDivide && code != kPower) {
+    stop_on_console("dbg%- Unrecognized binary operation");
+  }
+  const BaseType type = result_type(left.base_type, right.base_type);
+  const double result = is_simple ? arithmetic(code, a, b) : quotient_or_power(code, left, right);
+  replace_by_scalar(2, type, type == kInteger ? whole(result) : result);
+}
+
+// The operator is chosen once for all elements; they are not rounded.
+template <int code>
+void apply_to_elements(const StackEntry& entry, double b) {
+  double* const values = values_of(entry);
+  for (int k = 0; k < entry.length; ++k) values[k] = arithmetic(code, values[k], b);
+}
+
+// An array with a scalar on its right.
 void apply_to_array(int code, const StackEntry& left, const StackEntry& right) {
-  const bool allowed = left.shape == kArray && right.shape == kScalar &&
-                       (code == kPlus || code == kMinus || code == kTimes);
-  if (!allowed) stop_on_operand("Array operand", code);
+  const bool fits = left.shape == kArray && right.shape == kScalar;
   const double b = *values_of(right);
-  double* const values = values_of(left);
-  for (int k = 0; k < left.length; ++k) values[k] = arithmetic(code, values[k], b, false, false);
+  if (fits && code == kPlus) {
+    apply_to_elements<kPlus>(left, b);
+  } else if (fits && code == kMinus) {
+    apply_to_elements<kMinus>(left, b);
+  } else if (fits && code == kTimes) {
+    apply_to_elements<kTimes>(left, b);
+  } else {
+    stop_on_operand("Array operand", code);
+  }
   pop_entries(1);
 }
 
@@ -128,9 +106,9 @@ void apply_unary(int code) {
   }
   double* const values = values_of(operand);
   if (code == kMinus) {
-    for (int k = 0; k < operand.length; ++k) values[k] = -values[k];
+    std::transform(values, values + operand.length, values, negative);
   } else if (code == kNot) {
-    replace_by_scalar(1, kInteger, *values == 0.0 ? 1.0 : 0.0);
+    replace_by_scalar(1, kInteger, truth(opposite(*values)));
   } else if (!is_sign) {
     stop_on_console("dbg%- Unrecognized unary operation");
   }

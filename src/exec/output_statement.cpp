@@ -79,7 +79,7 @@ class LineWriter {
   void write_line(std::string_view line) const {
     const int status = file_on(unit_).write_line({}, line);
     if (status == 0) return;
-    stop_run(-listing_unit, message("%fat- Write error. Procedure ", run_state.name),
+    stop_run(-listing_unit, message("%fat- Write error. Procedure ", running_name()),
              Stop::kWithNotice, evaluation.line, status);
   }
 
@@ -102,8 +102,8 @@ int open_output_file() {
   const int unit = kFirstOutputUnit + header_word(run_state.procedure, kFileUnit);
   std::int32_t& is_new = header_word(run_state.procedure, kFileIsNew);
   if (is_new != 0) {
-    open_file(unit, "OUT", run_state.name);
-    set_write_error_subject(unit, message("Procedure ", run_state.name));
+    open_file(unit, "OUT", running_name());
+    set_write_error_subject(unit, message("Procedure ", running_name()));
     is_new = 0;
   }
   return unit;

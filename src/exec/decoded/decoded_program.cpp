@@ -1,15 +1,15 @@
 // Every instruction tests what could make its statement not plain before it changes anything, and
-// then leaves the statement to the general evaluator.
+// then leaves the statement to the general evaluator. The result of an instruction is kept at hand
+// for the next one.
 #include "exec/decoded/decoded_program.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "driver/interruption.h"
-#include "driver/number_format.h"
-#include "exec/functions/elementary_functions.h"
-#include "exec/values/scalar_operations.h"
-#include "lang/text/language_tables.h"
-#include "stores/value_types.h"
+#include "exec/functions/interpolation.h"
+#include "exec/values/call_stack.h"
+#include "exec/values/run_state.h"
 
 namespace zorvik {
 
@@ -17,269 +17,446 @@ constinit DecodedProgram decoded_program;
 
 namespace {
 
-bool undefined(double value) { return value == kUndefined; }
+constexpr int kValueFound = -1;  // in place of a code position: an expression has its value
 
-// Magnitudes up to 2^51 without a fraction: adding 1.5 * 2^52 drops whatever lies behind the point.
-bool is_whole(double value) {
-  constexpr double kDropFraction = 6755399441055744.0;
-  return (value + kDropFraction) - kDropFraction == value && std::fabs(value) < 2251799813685248.0;
+// ---- Arithmetic and comparisons ----
+
+using Operation = double (*)(double, double);
+
+template <int code>
+double of_reals(double a, double b) {
+  return arithmetic(code, a, b);
+}
+template <int code>
+double of_whole(double a, double b) {
+  return whole(arithmetic(code, a, b));
 }
 
-// Subscripts are whole and lie in 1 .. extent.
-bool is_subscript(double value, int extent) {
-  return value >= 1.0 && value <= extent && is_whole(value);
+// to = the operation of a and b, in the second form of a and the last result; false when an operand
+// is undefined.
+template <Operation operation>
+bool binary(const Instruction& i, double& last) {
+  if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return false;
+  *i.to = last = operation(*i.a, *i.b);
+  return true;
 }
-
-double* element_at(const Instruction& i, double before) {
-  return i.block + static_cast<int>(before) + static_cast<int>(*i.a) - 1;
-}
-
-bool holds(Op op, double a, double b) {
-  switch (op) {
-    case Op::kLess:
-    case Op::kUnlessLess:
-      return a < b;
-    case Op::kGreater:
-    case Op::kUnlessGreater:
-      return a > b;
-    case Op::kLessEqual:
-    case Op::kUnlessLessEqual:
-      return a <= b;
-    case Op::kNotEqual:
-    case Op::kUnlessNotEqual:
-      return a != b;
-    case Op::kGreaterEqual:
-    case Op::kUnlessGreaterEqual:
-      return a >= b;
-    default:
-      return a == b;
-  }
-}
-
-// The result of two operands, of which neither is undefined; false when it is not plain.
-bool apply_rare(const Instruction& i, double a, double b, double& result) {
-  switch (i.op) {
-    case Op::kPower:
-      result = raise_to_power(a, b, false, false);
-      return true;
-    case Op::kPowerWhole:
-      if (a == 0.0 && b < 0.0) return false;
-      result = raise_to_power(a, b, true, i.count != 0);
-      if (i.count != 0) result = round_half_away(result);
-      return true;
-    case Op::kDivideWhole:
-      if (b == 0.0 || !is_whole(a) || !is_whole(b)) return false;
-      result = divide(a, b, true);
-      return true;
-    case Op::kRemainder:
-      if (b == 0.0 || !is_whole(a) || !is_whole(b)) return false;
-      result = static_cast<double>(static_cast<std::int64_t>(a) % static_cast<std::int64_t>(b));
-      return true;
-    case Op::kMaximum:
-      result = a > b ? a : b;
-      if (i.count != 0) result = round_half_away(result);
-      return true;
-    default:
-      result = a < b ? a : b;
-      if (i.count != 0) result = round_half_away(result);
-      return true;
-  }
-}
-
-// Starts a loop; false when the general evaluator has something to say.
-bool start_loop(const Instruction& i, bool& enters) {
-  if (!is_whole(*i.a) || !is_whole(*i.b) || !is_whole(*i.c) || *i.c == 0.0) {
-    return false;
-  }
-  const auto initial = static_cast<std::int64_t>(*i.a);
-  *i.loop = {i.to, initial, static_cast<std::int64_t>(*i.b), static_cast<std::int64_t>(*i.c),
-             initial};
-  *i.to = static_cast<double>(initial);
-  enters = loop_continues(*i.loop);
+template <Operation operation>
+bool binary_last(const Instruction& i, double& last) {
+  if (may_be_undefined(*i.a)) return false;
+  *i.to = last = operation(*i.a, last);
   return true;
 }
 
-bool may_repeat(const LoopRecord& loop) {
-  return loop.variable != nullptr && *loop.variable == static_cast<double>(loop.current);
+bool quotient(const Instruction& i, double divisor, double& last) {
+  if (may_be_undefined(*i.a) || !divide(*i.a, divisor, last)) return false;
+  *i.to = last;
+  return true;
 }
+
+template <int code>
+bool compare(const Instruction& i, double& last) {
+  if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return false;
+  *i.to = last = truth(holds(code, *i.a, *i.b));
+  return true;
+}
+
+// ---- Elements ----
+
+// The place of an element; null when a subscript is out of bounds.
+double* element(const Instruction& i) {
+  const int row = subscript(*i.a, i.with.block.rows);
+  return row == 0 ? nullptr : i.with.block.first + row - 1;
+}
+double* element2(const Instruction& i) {
+  const int row = subscript(*i.a, i.with.block.rows),
+            column = subscript(*i.b, i.with.block.columns);
+  if (row == 0 || column == 0) return nullptr;
+  return i.with.block.first + (column - 1) * i.with.block.rows + row - 1;
+}
+
+bool load(const Instruction& i, const double* from, double& last) {
+  if (from == nullptr || may_be_undefined(*from)) return false;
+  *i.to = last = *from;
+  return true;
+}
+
+bool store(const Instruction& i, double* to) {
+  const double value = *i.with.block.value;
+  if (to == nullptr || may_be_undefined(value)) return false;
+  *to = value;
+  return true;
+}
+
+// ---- What is done seldom or takes long ----
+
+bool apply(Op op, double a, double b, double& result) {
+  switch (op) {
+    case Op::kDivideWhole:
+      return divide_whole(a, b, result);
+    case Op::kRemainder:
+      return remainder(a, b, result);
+    case Op::kPower:
+      return raise_to_power(a, b, false, result);
+    case Op::kRealPowerOfWhole:
+      return raise_to_power(a, b, true, result);
+    case Op::kPowerWhole:
+      if (!raise_to_power(a, b, true, result)) return false;
+      result = whole(result);
+      return true;
+    case Op::kLarger:
+      result = larger(a, b);
+      return true;
+    case Op::kSmaller:
+      result = smaller(a, b);
+      return true;
+    case Op::kLargerWhole:
+      result = whole(larger(a, b));
+      return true;
+    default:
+      result = whole(smaller(a, b));
+      return true;
+  }
+}
+
+bool all_defined(const double* values, int count) {
+  return std::none_of(values, values + count, may_be_undefined);
+}
+
+bool find_extreme(const Instruction& i, double (*extreme)(const double* values, int count)) {
+  const int count = i.with.block.rows * i.with.block.columns;
+  if (!all_defined(i.with.block.first, count)) return false;
+  *i.to = extreme(i.with.block.first, count);
+  return true;
+}
+
+bool interpolate(const Instruction& i) {
+  const auto& [y, x, y_length, x_length] = i.with.table;
+  const int n = subscript(*i.b, std::min(y_length, x_length));
+  if (may_be_undefined(*i.a) || n < 2) return false;
+  if (!all_defined(y, y_length) || !all_defined(x, x_length)) return false;
+  *i.to = interpolate_linearly(y, x, n, *i.a);
+  return true;
+}
+
+bool call_function(const Instruction& i) {
+  const double x = *i.a;
+  if (may_be_undefined(x) || (i.with.function.outside != nullptr && i.with.function.outside(x)))
+    return false;
+  *i.to = i.with.function.value(x);
+  return true;
+}
+
+bool run_rare(const Instruction& i) {
+  switch (i.op) {
+    case Op::kLargest:
+      return find_extreme(i, largest_of);
+    case Op::kSmallest:
+      return find_extreme(i, smallest_of);
+    case Op::kInterpolate:
+      return interpolate(i);
+    case Op::kFunction:
+      return call_function(i);
+    default:
+      return !may_be_undefined(*i.a) && !may_be_undefined(*i.b) && apply(i.op, *i.a, *i.b, *i.to);
+  }
+}
+
+// ---- Going on ----
 
 // The first instruction of the statement at the code position; null when it is not decoded.
 const Instruction* first_instruction(int position) {
   int start = decoded_program.start[position];
-  if (start == 0) start = decode_statement(position);
+  if (start == kNotDecoded) start = decode_statement(position);
   return start <= 0 ? nullptr : decoded_program.instruction + start - 1;
 }
 
-// The instruction that a branch leads to, found once.
+// The same, past statements that only go on elsewhere.
+const Instruction* instruction_at(int position) {
+  const Instruction* found = first_instruction(position);
+  while (found != nullptr && found->op == Op::kGo) {
+    const Instruction* const beyond = first_instruction(found->with.branch.target);
+    if (beyond == nullptr) break;
+    found = beyond;
+  }
+  return found;
+}
+
+Instruction& changeable(const Instruction* i) {
+  return decoded_program.instruction[i - decoded_program.instruction];
+}
+
+// The instruction that a branch leads to, looked for until it is found once.
 const Instruction* taken(const Instruction* i) {
-  Instruction& branch = decoded_program.instruction[i - decoded_program.instruction];
-  if (branch.other == nullptr) branch.other = first_instruction(branch.target);
-  return branch.other;
+  if (i->with.branch.instruction == nullptr) {
+    changeable(i).with.branch.instruction = instruction_at(i->with.branch.target);
+  }
+  return i->with.branch.instruction;
 }
 
 // What follows a finished statement; the instruction before the kGo leads there directly from now
 // on.
 const Instruction* go_on(const Instruction* i) {
   const Instruction* const found = taken(i);
-  const auto k = i - decoded_program.instruction;
-  if (found != nullptr && k > 0) {
-    Instruction& before = decoded_program.instruction[k - 1];
-    if (before.statement == i->statement) before.next = found;
+  if (found != nullptr && i != decoded_program.instruction && i[-1].statement == i->statement) {
+    changeable(i - 1).next = found;
   }
   return found;
 }
 
+// Starts a loop; false when the general evaluator has something to say.
+bool enter_loop(const Instruction& i, LoopRecord& record) {
+  const double* const step = i.with.loop.step;
+  return !may_be_undefined(*i.a) && !may_be_undefined(*i.b) && !may_be_undefined(*step) &&
+         start_loop(record, i.to, *i.a, *i.b, *step);
+}
+
+// The compiler need not look whether an op is one.
+[[noreturn]] inline void no_other_op() { __builtin_unreachable(); }
+
 }  // namespace
 
-int run_decoded(int position, int& jumps, int max_jumps) {
+int run_decoded(int position) {
   const Instruction* next = first_instruction(position);
   if (next == nullptr) return position;
+  double last = 0.0;
   for (;;) {
     const Instruction& i = *next;
     next = i.next;
     switch (i.op) {
       case Op::kAdd:
-        if (undefined(*i.a) || undefined(*i.b)) return i.statement;
-        *i.to = *i.a + *i.b;
+        if (!binary<of_reals<kPlus>>(i, last)) return i.statement;
+        break;
+      case Op::kAddLast:
+        if (!binary_last<of_reals<kPlus>>(i, last)) return i.statement;
+        break;
+      case Op::kAddWhole:
+        if (!binary<of_whole<kPlus>>(i, last)) return i.statement;
+        break;
+      case Op::kAddWholeLast:
+        if (!binary_last<of_whole<kPlus>>(i, last)) return i.statement;
         break;
       case Op::kSubtract:
-        if (undefined(*i.a) || undefined(*i.b)) return i.statement;
-        *i.to = *i.a - *i.b;
+        if (!binary<of_reals<kMinus>>(i, last)) return i.statement;
+        break;
+      case Op::kSubtractLast:
+        if (!binary_last<of_reals<kMinus>>(i, last)) return i.statement;
+        break;
+      case Op::kSubtractWhole:
+        if (!binary<of_whole<kMinus>>(i, last)) return i.statement;
+        break;
+      case Op::kSubtractWholeLast:
+        if (!binary_last<of_whole<kMinus>>(i, last)) return i.statement;
         break;
       case Op::kMultiply:
-        if (undefined(*i.a) || undefined(*i.b)) return i.statement;
-        *i.to = *i.a * *i.b;
+        if (!binary<of_reals<kTimes>>(i, last)) return i.statement;
+        break;
+      case Op::kMultiplyLast:
+        if (!binary_last<of_reals<kTimes>>(i, last)) return i.statement;
+        break;
+      case Op::kMultiplyWhole:
+        if (!binary<of_whole<kTimes>>(i, last)) return i.statement;
+        break;
+      case Op::kMultiplyWholeLast:
+        if (!binary_last<of_whole<kTimes>>(i, last)) return i.statement;
         break;
       case Op::kDivide:
-        if (undefined(*i.a) || undefined(*i.b) || std::fabs(*i.b) < kSmallestDivisor) {
-          return i.statement;
-        }
-        *i.to = *i.a / *i.b;
+        if (may_be_undefined(*i.b) || !quotient(i, *i.b, last)) return i.statement;
         break;
-      case Op::kAddWhole: {
-        const double result = *i.a + *i.b;
-        if (undefined(*i.a) || undefined(*i.b) || !is_whole(result)) return i.statement;
-        *i.to = result + 0.0;
-        break;
-      }
-      case Op::kSubtractWhole: {
-        const double result = *i.a - *i.b;
-        if (undefined(*i.a) || undefined(*i.b) || !is_whole(result)) return i.statement;
-        *i.to = result + 0.0;
-        break;
-      }
-      case Op::kMultiplyWhole: {
-        const double result = *i.a * *i.b;
-        if (undefined(*i.a) || undefined(*i.b) || !is_whole(result)) return i.statement;
-        *i.to = result + 0.0;
-        break;
-      }
-      case Op::kPower:
-      case Op::kPowerWhole:
-      case Op::kDivideWhole:
-      case Op::kRemainder:
-      case Op::kMaximum:
-      case Op::kMinimum: {
-        double result;
-        if (undefined(*i.a) || undefined(*i.b) || !apply_rare(i, *i.a, *i.b, result)) {
-          return i.statement;
-        }
-        *i.to = result;
-        break;
-      }
-      case Op::kAnd:
-        if (undefined(*i.a) || undefined(*i.b)) return i.statement;
-        *i.to = *i.a == 0.0 || *i.b == 0.0 ? 0.0 : 1.0;
-        break;
-      case Op::kOr:
-        if (undefined(*i.a) || undefined(*i.b)) return i.statement;
-        *i.to = *i.a == 0.0 && *i.b == 0.0 ? 0.0 : 1.0;
+      case Op::kDivideLast:
+        if (!quotient(i, last, last)) return i.statement;
         break;
       case Op::kLess:
+        if (!compare<zorvik::kLess>(i, last)) return i.statement;
+        break;
       case Op::kGreater:
+        if (!compare<zorvik::kGreater>(i, last)) return i.statement;
+        break;
       case Op::kLessEqual:
+        if (!compare<zorvik::kLessEqual>(i, last)) return i.statement;
+        break;
       case Op::kNotEqual:
+        if (!compare<zorvik::kNotEqual>(i, last)) return i.statement;
+        break;
       case Op::kGreaterEqual:
+        if (!compare<zorvik::kGreaterEqual>(i, last)) return i.statement;
+        break;
       case Op::kEqual:
-        if (undefined(*i.a) || undefined(*i.b)) return i.statement;
-        *i.to = holds(i.op, *i.a, *i.b) ? 1.0 : 0.0;
+        if (!compare<zorvik::kEqual>(i, last)) return i.statement;
+        break;
+      case Op::kAnd:
+        if (!compare<zorvik::kAnd>(i, last)) return i.statement;
+        break;
+      case Op::kOr:
+        if (!compare<zorvik::kOr>(i, last)) return i.statement;
         break;
       case Op::kUnlessLess:
+        if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return i.statement;
+        if (holds(zorvik::kLess, *i.a, *i.b)) break;
+        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        break;
+      case Op::kUnlessLessLast:
+        if (may_be_undefined(*i.a)) return i.statement;
+        if (holds(zorvik::kLess, *i.a, last)) break;
+        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        break;
       case Op::kUnlessGreater:
+        if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return i.statement;
+        if (holds(zorvik::kGreater, *i.a, *i.b)) break;
+        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        break;
+      case Op::kUnlessGreaterLast:
+        if (may_be_undefined(*i.a)) return i.statement;
+        if (holds(zorvik::kGreater, *i.a, last)) break;
+        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        break;
       case Op::kUnlessLessEqual:
+        if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return i.statement;
+        if (holds(zorvik::kLessEqual, *i.a, *i.b)) break;
+        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        break;
+      case Op::kUnlessLessEqualLast:
+        if (may_be_undefined(*i.a)) return i.statement;
+        if (holds(zorvik::kLessEqual, *i.a, last)) break;
+        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        break;
       case Op::kUnlessNotEqual:
+        if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return i.statement;
+        if (holds(zorvik::kNotEqual, *i.a, *i.b)) break;
+        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        break;
+      case Op::kUnlessNotEqualLast:
+        if (may_be_undefined(*i.a)) return i.statement;
+        if (holds(zorvik::kNotEqual, *i.a, last)) break;
+        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        break;
       case Op::kUnlessGreaterEqual:
+        if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return i.statement;
+        if (holds(zorvik::kGreaterEqual, *i.a, *i.b)) break;
+        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        break;
+      case Op::kUnlessGreaterEqualLast:
+        if (may_be_undefined(*i.a)) return i.statement;
+        if (holds(zorvik::kGreaterEqual, *i.a, last)) break;
+        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        break;
       case Op::kUnlessEqual:
-        if (undefined(*i.a) || undefined(*i.b)) return i.statement;
-        if (holds(i.op, *i.a, *i.b)) break;
-        if (next = taken(&i); next == nullptr) return i.target;
+        if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return i.statement;
+        if (holds(zorvik::kEqual, *i.a, *i.b)) break;
+        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        break;
+      case Op::kUnlessEqualLast:
+        if (may_be_undefined(*i.a)) return i.statement;
+        if (holds(zorvik::kEqual, *i.a, last)) break;
+        if (next = taken(&i); next == nullptr) return i.with.branch.target;
         break;
       case Op::kUnless:
-        if (undefined(*i.a)) return i.statement;
+        if (may_be_undefined(*i.a)) return i.statement;
         if (*i.a != 0.0) break;
-        if (next = taken(&i); next == nullptr) return i.target;
+        if (next = taken(&i); next == nullptr) return i.with.branch.target;
         break;
       case Op::kCopy:
-        if (undefined(*i.a)) return i.statement;
-        *i.to = *i.a;
+        if (may_be_undefined(*i.a)) return i.statement;
+        *i.to = last = *i.a;
         break;
       case Op::kNegate:
-        if (undefined(*i.a)) return i.statement;
-        *i.to = -*i.a;
+        if (may_be_undefined(*i.a)) return i.statement;
+        *i.to = last = negative(*i.a);
         break;
       case Op::kNot:
-        if (undefined(*i.a)) return i.statement;
-        *i.to = *i.a == 0.0 ? 1.0 : 0.0;
+        if (may_be_undefined(*i.a)) return i.statement;
+        *i.to = last = truth(opposite(*i.a));
         break;
+      case Op::kAbsolute:
+        if (may_be_undefined(*i.a)) return i.statement;
+        *i.to = last = std::fabs(*i.a);
+        break;
+      case Op::kSquareRoot:
+        if (may_be_undefined(*i.a) || outside_square_root(*i.a)) return i.statement;
+        *i.to = last = std::sqrt(*i.a);
+        break;
+      case Op::kDivideWhole:
+      case Op::kRemainder:
+      case Op::kPower:
+      case Op::kRealPowerOfWhole:
+      case Op::kPowerWhole:
+      case Op::kLarger:
+      case Op::kSmaller:
+      case Op::kLargerWhole:
+      case Op::kSmallerWhole:
+      case Op::kLargest:
+      case Op::kSmallest:
+      case Op::kInterpolate:
       case Op::kFunction:
-        if (undefined(*i.a) || !elementary_accepts(i.count, *i.a)) return i.statement;
-        *i.to = elementary_value(i.count, *i.a);
+        if (!run_rare(i)) return i.statement;
+        last = *i.to;
         break;
-      case Op::kColumn:
-        if (!is_subscript(*i.a, i.count)) return i.statement;
-        *i.to = (*i.a - 1.0) * i.target;
+      case Op::kLoad:
+        if (!load(i, element(i), last)) return i.statement;
         break;
-      case Op::kLoadElement:
-      case Op::kLoadElement2: {
-        if (!is_subscript(*i.a, i.count)) return i.statement;
-        const double element = *element_at(i, i.b == nullptr ? 0.0 : *i.b);
-        if (undefined(element)) return i.statement;
-        *i.to = element;
+      case Op::kLoad2:
+        if (!load(i, element2(i), last)) return i.statement;
         break;
-      }
-      case Op::kStoreElement:
-      case Op::kStoreElement2:
-        if (!is_subscript(*i.a, i.count) || undefined(*i.b)) return i.statement;
-        *element_at(i, i.to == nullptr ? 0.0 : *i.to) = *i.b;
+      case Op::kStore:
+        if (!store(i, element(i))) return i.statement;
+        break;
+      case Op::kStore2:
+        if (!store(i, element2(i))) return i.statement;
         break;
       case Op::kGo:
-        if (next = go_on(&i); next == nullptr) return i.target;
+        if (next = go_on(&i); next == nullptr) return i.with.branch.target;
         break;
       case Op::kJump:
-        if (jumps == max_jumps) return i.statement;
-        ++jumps;
-        if (next = taken(&i); next == nullptr) return i.target;
+        if (!count_jump()) return i.statement;
+        if (next = taken(&i); next == nullptr) return i.with.branch.target;
         break;
       case Op::kDo: {
-        bool enters;
-        if (!start_loop(i, enters)) return i.statement;
-        if (!enters) {
-          if (next = first_instruction(i.count); next == nullptr) return i.count;
-        } else if (next = taken(&i); next == nullptr) {
-          return i.target;
-        }
+        LoopRecord& record = loop_record_before(i.with.loop.body);
+        if (!enter_loop(i, record)) return i.statement;
+        if (loop_continues(record)) break;
+        if (next = taken(&i); next == nullptr) return i.with.branch.target;
         break;
       }
       case Op::kEnddo:
-        if (!may_repeat(*i.loop) || is_interrupted()) return i.statement;
-        if (!advance_loop(*i.loop)) {
-          if (next = first_instruction(i.count); next == nullptr) return i.count;
-        } else if (next = taken(&i); next == nullptr) {
-          return i.target;
-        }
+        if (!may_repeat(*i.with.loop_end.record) || is_interrupted()) return i.statement;
+        if (!advance_loop(*i.with.loop_end.record)) break;
+        if (next = taken(&i); next == nullptr) return i.with.branch.target;
         break;
+      case Op::kOut:
+        if (call_stack.depth == kMaxCalls || is_interrupted()) return i.statement;
+        if (!is_turned_on(i.with.call.output)) break;
+        push_call(i.statement + kPairWords);
+        enter_context(i.with.call.output);
+        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        break;
+      case Op::kReturn: {
+        if (run_state.context != Context::kOutput) return i.statement;
+        const int back = pop_call();
+        if (next = first_instruction(back); next == nullptr) return back;
+        break;
+      }
+      case Op::kValue:
+        if (may_be_undefined(*i.a)) return i.statement;
+        decoded_program.value = *i.a;
+        decoded_program.type = static_cast<BaseType>(i.type);
+        return kValueFound;
+      default:
+        no_other_op();
     }
   }
+}
+
+bool evaluate_decoded(int position, double& value, BaseType& type) {
+  if (code_store.word[position] == 1) return false;  // one item: nothing to gain
+  int& start = decoded_program.start[position];
+  if (start == kNotDecoded) {
+    start = kSeenOnce;
+    return false;
+  }
+  if (start == kSeenOnce) decode_expression(position);
+  if (start <= 0 || run_decoded(position) != kValueFound) return false;
+  value = decoded_program.value;
+  type = decoded_program.type;
+  return true;
 }
 
 }  // namespace zorvik

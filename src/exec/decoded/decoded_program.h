@@ -1,81 +1,149 @@
-// Statements on plain scalars, decoded once into three-address instructions.
+// Statements and expressions on plain scalars, decoded once into three-address instructions.
 //
 // The code store stays what is compiled, reported and resolved. A statement whose variables exist,
 // and in which every value is one number, is decoded the first time it is reached after that, and
 // run in its decoded form from then on. Whatever is not plain - an undefined value, a subscript out
-// of bounds, a division by zero, a whole number that lost its wholeness - leaves the statement to
-// the general evaluator before anything has been changed, so results and messages are the same.
+// of bounds, a division by zero - leaves the statement to the general evaluator before anything has
+// been changed, so results and messages are the same.
+//
+// The instructions of a statement stand one after the other; the last one goes on elsewhere. All
+// types and places are settled: whoever runs or translates instructions needs nothing else.
 #ifndef ZORVIK_EXEC_DECODED_DECODED_PROGRAM_H_
 #define ZORVIK_EXEC_DECODED_DECODED_PROGRAM_H_
 
 #include <cstdint>
 
+#include "exec/functions/elementary_functions.h"
 #include "exec/values/loop_record.h"
 #include "lang/code/code_store.h"
+#include "stores/value_types.h"
 
 namespace zorvik {
 
 enum class Op : std::uint8_t {
-  // to = a op b; real operands, and whole ones whose result stays whole.
+  // to = a op b, of reals and of whole numbers. In the second form of each, b is the result of the
+  // instruction before.
   kAdd,
   kSubtract,
   kMultiply,
   kDivide,
-  kPower,
   kAddWhole,
   kSubtractWhole,
   kMultiplyWhole,
+  kAddLast,
+  kSubtractLast,
+  kMultiplyLast,
+  kDivideLast,
+  kAddWholeLast,
+  kSubtractWholeLast,
+  kMultiplyWholeLast,
+  // to = a op b, without a second form.
   kDivideWhole,
   kRemainder,
-  kPowerWhole,  // of a whole exponent; count: the result is whole
-  kMaximum,     // count, also of kMinimum: the result is whole
-  kMinimum,
-  kAnd,
-  kOr,
-  // Comparisons, and in the same order branches to `target` when they do not hold.
+  kPower,
+  kRealPowerOfWhole,  // a real a, a whole b
+  kPowerWhole,
+  kLarger,
+  kSmaller,
+  kLargerWhole,
+  kSmallerWhole,
+  // to = 1 when a op b holds, else 0.
   kLess,
   kGreater,
   kLessEqual,
   kNotEqual,
   kGreaterEqual,
   kEqual,
+  kAnd,
+  kOr,
+  // Branches unless a op b holds; in the second form b is the result of the instruction before.
   kUnlessLess,
   kUnlessGreater,
   kUnlessLessEqual,
   kUnlessNotEqual,
   kUnlessGreaterEqual,
   kUnlessEqual,
-  kUnless,  // to `target` when a is 0
+  kUnlessLessLast,
+  kUnlessGreaterLast,
+  kUnlessLessEqualLast,
+  kUnlessNotEqualLast,
+  kUnlessGreaterEqualLast,
+  kUnlessEqualLast,
+  kUnless,  // branches when a is 0
   // to = op a
   kCopy,
   kNegate,
   kNot,
-  kFunction,  // number `count`
-  // Elements. Subscripts run from 1 to `count`; columns have `target` elements.
-  kColumn,         // to = elements before column a
-  kLoadElement,    // to = block[a]
-  kLoadElement2,   // to = block[a in the column that begins after b]
-  kStoreElement,   // block[a] = b
-  kStoreElement2,  // block[a in the column that begins after *to] = b
-  // Going on at code position `target`.
-  kGo,
-  kJump,   // the same, counted as a GOTO
-  kDo,     // starts `loop` over `to` from a to b by c, its body at `target`, or goes on at `count`
-  kEnddo,  // of `loop`: to its body at `target`, or on at `count`
+  kAbsolute,
+  kSquareRoot,
+  kFunction,
+  // Of whole arrays, every element of which must be defined.
+  kLargest,      // to = the largest element of the block
+  kSmallest,     // to = the smallest one
+  kInterpolate,  // to = LINS(y, x, b, a) of the table
+  // Elements of a block: row a, or row a of column b.
+  kLoad,    // to = the element
+  kLoad2,   // the same in two dimensions
+  kStore,   // the element = block.value
+  kStore2,  // the same in two dimensions
+  // Going on.
+  kGo,      // branches
+  kJump,    // branches, counted as a GOTO
+  kDo,      // starts the loop over `to` from a to b; branches when its body is not to run
+  kEnddo,   // branches to the loop's body when it is to run again
+  kOut,     // calls an OUTPUT: branches to its first statement when it is turned on
+  kReturn,  // of an OUTPUT, to its caller
+  kValue,   // ends an expression: its value is a, of type `type`
+};
+
+// Where a branch leads: a code position, and the instruction there once that is known. The other
+// kinds of branch begin in the same way.
+struct Branch {
+  const struct Instruction* instruction;
+  int target;
 };
 
 struct Instruction {
+  struct LoopStart {
+    const Instruction* instruction;
+    int target, body;  // the body's code position
+    const double* step;
+  };
+  struct LoopEnd {
+    const Instruction* instruction;
+    int target;
+    LoopRecord* record;
+  };
+  struct Call {
+    const Instruction* instruction;
+    int target, output;  // the number of the called procedure
+  };
+  struct Block {
+    double* first;
+    int rows, columns;
+    const double* value;  // what a store puts there
+  };
+  struct Table {
+    const double *y, *x;
+    int y_length, x_length;
+  };
+
   Op op = Op{};
-  int target = 0, count = 0;
-  int statement = 0;  // code position of the statement that it is a part of
+  std::uint8_t type = 0;  // of kValue: a BaseType
+  int statement = 0;      // code position of the statement or expression that it is a part of
   double* to = nullptr;
   const double* a = nullptr;
   const double* b = nullptr;
-  const double* c = nullptr;
-  double* block = nullptr;
-  LoopRecord* loop = nullptr;
-  const Instruction* next = nullptr;   // what follows when nothing branches
-  const Instruction* other = nullptr;  // what stands at `target`, once known
+  const Instruction* next = nullptr;  // what follows when nothing branches
+  union With {
+    Branch branch = {};
+    LoopStart loop;
+    LoopEnd loop_end;
+    Call call;
+    Block block;
+    Table table;
+    ElementaryFunction function;
+  } with = {};
 };
 
 constexpr int kInstructionCapacity = kCodeCapacity;
@@ -84,18 +152,30 @@ constexpr int kTemporaries = 200;
 struct DecodedProgram {
   Instruction instruction[kInstructionCapacity] = {};
   int count = 0;
-  // By code position of a statement: its first instruction + 1; 0 not decoded yet, -1 never.
+  // By code position of a statement or an expression: its first instruction + 1, or a DecodeState.
   int start[kCodeCapacity + 1] = {};
   double temporary[kTemporaries] = {};
+  double value = 0.0;  // of the expression that was evaluated last
+  BaseType type = kInteger;
 };
 extern DecodedProgram decoded_program;
 
-// Decodes the statement at the code position if it can be; the new entry of `start`.
-int decode_statement(int position);
+enum DecodeState : int {
+  kNotDecoded = 0,
+  kNeverDecoded = -1,
+  kSeenOnce = -2,  // an expression: decoding pays from the second time on
+};
 
-// Runs decoded statements from the code position on, counting GOTOs in `jumps` up to `max_jumps`.
-// Returns the position of a statement that the general evaluator must execute.
-int run_decoded(int position, int& jumps, int max_jumps);
+// Decode the statement or expression at the code position if it can be; its new entry in `start`.
+int decode_statement(int position);
+int decode_expression(int position);
+
+// Runs decoded statements from the code position on. Returns the position of a statement that the
+// general way must execute.
+int run_decoded(int position);
+
+// Evaluates the expression at the code position if it is decoded and plain: one number.
+bool evaluate_decoded(int position, double& value, BaseType& type);
 
 }  // namespace zorvik
 

@@ -1,3 +1,5 @@
+// A row of the table is a function of one number: its name, the type of its value, how it is worked
+// out, and what is outside its domain.
 #include "exec/functions/elementary_functions.h"
 
 #include <algorithm>
@@ -35,8 +37,8 @@ constexpr std::array<Elementary, 18> kElementary = {{
     {"INT", ResultType::kInteger, [](double x) { return std::trunc(x) + 0.0; }},
     {"FLOAT", ResultType::kReal, [](double x) { return x; }},
     {"NINT", ResultType::kInteger, [](double x) { return round_half_away(x); }},
-    {"SQRT", ResultType::kReal, [](double x) { return std::sqrt(x); },
-     [](double x) { return x < 0; }, "%fat- SQRT(X); X < 0"},
+    {"SQRT", ResultType::kReal, [](double x) { return std::sqrt(x); }, outside_square_root,
+     "%fat- SQRT(X); X < 0"},
     {"EXP", ResultType::kReal, [](double x) { return std::exp(std::max(x, kLowestExponent)); }},
     {"SIN", ResultType::kReal, [](double x) { return std::sin(x); }},
     {"COS", ResultType::kReal, [](double x) { return std::cos(x); }},
@@ -65,45 +67,49 @@ const Elementary& elementary_of(int number) {
   return kElementary[static_cast<std::size_t>(number - kFunctionAbs)];
 }
 
-// Replaces an array by the element that no other one beats.
+// The element that no other one beats.
 template <class Better>
-void best_element(int number, Better better) {
+double best_of(const double* values, int count, Better better) {
+  double best = values[0];
+  for (int k = 1; k < count; ++k) best = better(values[k], best) ? values[k] : best;
+  return best;
+}
+
+// Replaces an array by its best element.
+void replace_by_extreme(int number, double (*extreme)(const double* values, int count)) {
   require_numeric(number, 1, 1);
   const StackEntry entry = top_entry();
   if (entry.shape == kRange) {
     stop_on_error(message("%err- Meaningless shape <i1:i2> of argument in function ",
                           function_of(number).name));
   }
-  const double* const values = values_of(entry);
-  double best = values[0];
-  for (int k = 1; k < entry.length; ++k) {
-    if (better(values[k], best)) best = values[k];
-  }
-  replace_by_scalar(1, entry.base_type, best);
+  replace_by_scalar(1, entry.base_type, extreme(values_of(entry), entry.length));
 }
 
-void keep_one_of_two(bool first) {
-  const bool integer = argument(1, 2).base_type == kInteger && argument(2, 2).base_type == kInteger;
-  const double value = argument_value(first ? 1 : 2, 2);
-  replace_by_scalar(2, integer ? kInteger : kReal, integer ? round_half_away(value) : value);
+void keep_one_of_two(int number, double (*choose)(double, double)) {
+  require_numeric_scalars(number, 2);
+  const BaseType type = result_type(argument(1, 2).base_type, argument(2, 2).base_type);
+  const double value = choose(argument_value(1, 2), argument_value(2, 2));
+  replace_by_scalar(2, type, type == kInteger ? whole(value) : value);
 }
 
 }  // namespace
 
-void smallest_element(int number) {
-  best_element(number, [](double a, double b) { return a < b; });
+double smallest_of(const double* values, int count) {
+  return best_of(values, count, [](double a, double b) { return a < b; });
 }
 
-void largest_element(int number) {
-  best_element(number, [](double a, double b) { return a > b; });
+double largest_of(const double* values, int count) {
+  return best_of(values, count, [](double a, double b) { return a > b; });
 }
 
-bool elementary_accepts(int number, double x) {
-  const Elementary& function = elementary_of(number);
-  return function.outside == nullptr || !function.outside(x);
-}
+void smallest_element(int number) { replace_by_extreme(number, smallest_of); }
 
-double elementary_value(int number, double x) { return elementary_of(number).value(x); }
+void largest_element(int number) { replace_by_extreme(number, largest_of); }
+
+ElementaryFunction elementary_function(int number) {
+  return {elementary_of(number).value, elementary_of(number).outside};
+}
 
 BaseType elementary_type(int number, BaseType argument) {
   switch (elementary_of(number).type) {
@@ -120,29 +126,27 @@ void apply_elementary(int number) {
   require_numeric_scalars(number, 1);
   StackEntry& entry = top_entry();
   double& x = *values_of(entry);
-  if (!elementary_accepts(number, x)) stop_at_statement(elementary_of(number).refusal);
-  x = elementary_value(number, x);
+  const ElementaryFunction function = elementary_function(number);
+  if (function.outside != nullptr && function.outside(x)) {
+    stop_at_statement(elementary_of(number).refusal);
+  }
+  x = function.value(x);
   entry.base_type = elementary_type(number, entry.base_type);
 }
 
 void remainder_of_two(int number) {
   require_numeric_scalars(number, 2);
   require_integers(number, 1, 2);
-  const double dividend = round_half_away(argument_value(1, 2));
-  const double divisor = round_half_away(argument_value(2, 2));
-  if (divisor == 0) stop_at_statement("%fat- Integer divide by zero");
-  replace_by_scalar(2, kInteger, std::fmod(dividend, divisor) + 0.0);
+  double result;
+  if (!remainder(argument_value(1, 2), argument_value(2, 2), result)) {
+    stop_at_statement("%fat- Integer divide by zero");
+  }
+  replace_by_scalar(2, kInteger, result);
 }
 
-void larger_of_two(int number) {
-  require_numeric_scalars(number, 2);
-  keep_one_of_two(argument_value(1, 2) > argument_value(2, 2));
-}
+void larger_of_two(int number) { keep_one_of_two(number, larger); }
 
-void smaller_of_two(int number) {
-  require_numeric_scalars(number, 2);
-  keep_one_of_two(argument_value(1, 2) < argument_value(2, 2));
-}
+void smaller_of_two(int number) { keep_one_of_two(number, smaller); }
 
 void normal_random_number(int number) {
   require_numeric_scalars(number, 2);

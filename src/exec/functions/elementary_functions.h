@@ -18,11 +18,18 @@ void largest_element(int number);
 // like.
 void apply_elementary(int number);
 
-// The same functions of a number, for callers that know their argument to be a numeric scalar: is
-// it inside the domain, what is the value, of what type.
-bool elementary_accepts(int number, double x);
-double elementary_value(int number, double x);
-BaseType elementary_type(int number, BaseType argument);
+// The same functions of a number, for callers that know their argument to be a numeric scalar.
+struct ElementaryFunction {
+  double (*value)(double x);
+  bool (*outside)(double x);  // outside the function's domain; null: there is no outside
+};
+ElementaryFunction elementary_function(int number);
+BaseType elementary_type(int number, BaseType argument);  // of the value
+inline bool outside_square_root(double x) { return x < 0.0; }
+
+// The extremes of `count` numbers, at least one; of equal ones, the first.
+double smallest_of(const double* values, int count);
+double largest_of(const double* values, int count);
 
 // MOD, MAX, MIN, RANDG. As apply_elementary; MOD: "%err- Not integer argument(s) in function ",
 // "%fat- Integer divide by zero".

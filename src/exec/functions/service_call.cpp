@@ -11,7 +11,7 @@ void call_service_command(int) {
   const StackEntry& number = top_entry();
   const bool has_numbers = is_numeric(number.base_type);
   run_service_command(
-      {.procedure_name = run_state.name,
+      {.procedure_name = running_name(),
        .command_type = command.base_type,
        .command = command.base_type == kCharacter ? text_of(command) : std::string_view(),
        .number_type = number.base_type,

@@ -17,15 +17,4 @@ LoopRecord& loop_record_before(int body) {
   return loop_records[(body - kLoopRecordWords) / kLoopRecordWords];
 }
 
-bool loop_continues(const LoopRecord& record) {
-  return record.step >= 1 ? record.current <= record.limit : record.current >= record.limit;
-}
-
-bool advance_loop(LoopRecord& record) {
-  record.current += record.step;
-  const bool again = loop_continues(record);
-  *record.variable = static_cast<double>(again ? record.current : record.initial);
-  return again;
-}
-
 }  // namespace zorvik

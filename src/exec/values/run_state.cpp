@@ -12,18 +12,26 @@ void enter_context(int procedure) {
   run_state.procedure = procedure;
   if (procedure == kMainProcedure) {
     run_state.context = Context::kMain;
-    run_state.name = kMainName;
   } else if (procedure == kBlockProcedure && procedure_table.has_block) {
     run_state.context = Context::kBlock;
-    run_state.name = kBlockRunName;
   } else {
     run_state.context = Context::kOutput;
-    run_state.name = procedure_name(procedure);
+  }
+}
+
+std::string_view running_name() {
+  switch (run_state.context) {
+    case Context::kMain:
+      return kMainName;
+    case Context::kBlock:
+      return kBlockRunName;
+    default:
+      return procedure_name(run_state.procedure);
   }
 }
 
 void stop_in_procedure(std::string_view text) {
-  stop_at_statement(message("%fat- Procedure ", run_state.name, text));
+  stop_at_statement(message("%fat- Procedure ", running_name(), text));
 }
 
 void stop_on_error(std::string_view text, std::string_view more) {

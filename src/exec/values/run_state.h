@@ -15,9 +15,11 @@ struct RunState {
   int position;  // the code word being executed
   int procedure;
   Context context;
-  std::string_view name;  // of the running procedure
 };
 extern RunState run_state;
+
+// The running procedure as messages name it.
+std::string_view running_name();
 
 // Makes the procedure the running one.
 void enter_context(int procedure);

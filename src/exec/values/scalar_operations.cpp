@@ -1,10 +1,5 @@
+// Whole numbers below 9e18 are divided as 64-bit integers, which is exact; beyond, as doubles.
 #include "exec/values/scalar_operations.h"
-
-#include <cmath>
-#include <cstdint>
-
-#include "driver/number_format.h"
-#include "exec/values/run_state.h"
 
 namespace zorvik {
 namespace {
@@ -20,32 +15,40 @@ double whole_power(double base, double exponent) {
   return exponent < 0.0 ? 1.0 / result : result;
 }
 
-}  // namespace
-
-double divide(double left, double right, bool integer) {
-  if (!integer) {
-    if (std::fabs(right) < kSmallestDivisor) {
-      stop_at_statement("%fat- Floating divide by zero");
-    }
-    return left / right;
-  }
-  const double a = round_half_away(left), b = round_half_away(right);
-  if (b == 0.0) stop_at_statement("%fat- Integer divide by zero");
+bool are_integers(double a, double b) {
   constexpr double kExact = 9.0e18;
-  if (std::fabs(a) < kExact && std::fabs(b) < kExact) {
-    return static_cast<double>(static_cast<std::int64_t>(a) / static_cast<std::int64_t>(b));
-  }
-  return std::trunc(a / b);
+  return std::fabs(a) < kExact && std::fabs(b) < kExact;
 }
 
-double raise_to_power(double left, double right, bool integer_exponent, bool integer_result) {
-  if (!integer_exponent) return std::pow(left, right);
-  const double exponent = round_half_away(right);
-  if (left == 0.0 && exponent < 0.0) {
-    stop_at_statement(integer_result ? "%fat- Integer divide by zero"
-                                     : "%fat- Floating divide by zero");
+}  // namespace
+
+bool divide_whole(double left, double right, double& result) {
+  const double a = whole(left), b = whole(right);
+  if (b == 0.0) return false;
+  result = are_integers(a, b)
+               ? static_cast<double>(static_cast<std::int64_t>(a) / static_cast<std::int64_t>(b))
+               : whole(std::trunc(a / b));
+  return true;
+}
+
+bool remainder(double left, double right, double& result) {
+  const double a = whole(left), b = whole(right);
+  if (b == 0.0) return false;
+  result = are_integers(a, b)
+               ? static_cast<double>(static_cast<std::int64_t>(a) % static_cast<std::int64_t>(b))
+               : std::fmod(a, b) + 0.0;
+  return true;
+}
+
+bool raise_to_power(double left, double right, bool whole_exponent, double& result) {
+  if (!whole_exponent) {
+    result = std::pow(left, right);
+    return true;
   }
-  return whole_power(left, exponent);
+  const double exponent = whole(right);
+  if (left == 0.0 && exponent < 0.0) return false;
+  result = whole_power(left, exponent);
+  return true;
 }
 
 }  // namespace zorvik

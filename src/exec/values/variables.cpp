@@ -7,6 +7,7 @@
 #include "driver/text.h"
 #include "exec/values/evaluation_stack.h"
 #include "exec/values/run_state.h"
+#include "exec/values/scalar_operations.h"
 #include "results/results_variables.h"
 #include "stores/keys.h"
 #include "stores/notkeys.h"
@@ -36,7 +37,7 @@ std::string undefined_in_file(const Variable& variable) {
 }
 
 bool any_undefined(const double* values, std::int64_t count) {
-  return std::find(values, values + count, kUndefined) != values + count;
+  return std::any_of(values, values + count, is_undefined);
 }
 
 void push_text_of(const Descriptor& block) {
@@ -61,6 +62,16 @@ struct Bounds {
   bool is_scalar;
 };
 
+[[noreturn]] void stop_on_bounds(std::string_view name, double first, double last, int extent) {
+  if (!(whole(first) >= 1.0)) {
+    stop_on_index(message("%fat- Subscript of array ", name,
+                          " <= 0. Index = ", std::string_view(format_integer(whole(first)))));
+  }
+  stop_on_index(message("%fat- Index of array ", name, " out of subscripts."),
+                message("      Actual index = ", std::string_view(format_integer(whole(last))),
+                        ", Max.index = ", extent));
+}
+
 Bounds check_subscript(const Variable& variable, const StackEntry& entry, int extent) {
   const std::string_view name = name_of(variable);
   if (entry.shape == kArray) {
@@ -70,18 +81,11 @@ Bounds check_subscript(const Variable& variable, const StackEntry& entry, int ex
     stop_on_index(message("%fat- Index of array ", name, " is not integer."));
   }
   const bool is_scalar = entry.shape == kScalar;
-  const double first = round_half_away(values_of(entry)[0]);
-  const double last = is_scalar ? first : round_half_away(values_of(entry)[1]);
-  if (!(first >= 1.0)) {
-    stop_on_index(message("%fat- Subscript of array ", name,
-                          " <= 0. Index = ", std::string_view(format_integer(first))));
-  }
-  if (!(last <= extent)) {
-    stop_on_index(message("%fat- Index of array ", name, " out of subscripts."),
-                  message("      Actual index = ", std::string_view(format_integer(last)),
-                          ", Max.index = ", extent));
-  }
-  return {static_cast<int>(first), static_cast<int>(last), is_scalar};
+  const double* const values = values_of(entry);
+  const double first = values[0], last = is_scalar ? first : values[1];
+  const Bounds bounds{subscript(first, extent), subscript(last, extent), is_scalar};
+  if (bounds.first == 0 || bounds.last == 0) stop_on_bounds(name, first, last, extent);
+  return bounds;
 }
 
 }  // namespace

@@ -117,6 +117,11 @@ constexpr int function_number(std::string_view name) {
 }
 inline constexpr int kFunctionAbs = function_number("ABS");  // to TETA: one number, no side effect
 inline constexpr int kFunctionTeta = function_number("TETA");
+inline constexpr int kFunctionFloat = function_number("FLOAT");
+inline constexpr int kFunctionSqrt = function_number("SQRT");
+inline constexpr int kFunctionMina = function_number("MINA");
+inline constexpr int kFunctionMaxa = function_number("MAXA");
+inline constexpr int kFunctionLins = function_number("LINS");
 inline constexpr int kFunctionMod = function_number("MOD");
 inline constexpr int kFunctionMax = function_number("MAX");
 inline constexpr int kFunctionMin = function_number("MIN");
