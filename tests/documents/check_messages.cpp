@@ -1,0 +1,255 @@
+// check_messages SOURCES PAGE TESTS...: holds the message index against the sources and the tests.
+//
+// A message of the sources is a literal that begins with a mark, or with blanks when it goes on
+// with the one before; texts put together of several pieces are known by their first. Each must
+// begin an entry of the page. The other way round, what an entry says between its slanted pieces
+// must be made of literals of the sources, so that no entry outlives its message. And each entry,
+// but those of failing systems and of faults of the program itself, must be expected by a test.
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <iostream>
+#include <set>
+
+#include "documents/page.h"
+
+namespace fs = std::filesystem;
+using namespace zorvik::documents;
+
+namespace {
+
+constexpr std::string_view kMarks[] = {"%fat-", "%err-", "%inf-", "%dbg-", "dbg%-", "%WSP"};
+constexpr std::string_view kOutOfReach[] = {"FAILURES OF THE SYSTEM", "FAULTS OF ZORVIK"};
+constexpr std::size_t kShortestWord = 2;  // single letters could be put together to anything
+constexpr std::size_t kIndent = 3;        // of a message that goes on
+
+std::vector<std::string> files_below(const std::string& directory,
+                                     const char* const (&endings)[2]) {
+  std::vector<std::string> files;
+  for (const auto& entry : fs::recursive_directory_iterator(directory)) {
+    const std::string name = entry.path().string();
+    if (name.ends_with(endings[0]) || name.ends_with(endings[1])) files.push_back(name);
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+// ---- The literals of the sources ----
+
+class Scanner {
+ public:
+  explicit Scanner(std::string text) : text_(std::move(text)) {}
+
+  // The next string or character literal, neighbours put together; false at the end.
+  bool next(std::string& literal) {
+    while (skip_to_literal()) {
+      literal.clear();
+      do {
+        take(literal);
+        skip_blanks();
+      } while (at_ < text_.size() && text_[at_] == '"');
+      return true;
+    }
+    return false;
+  }
+
+ private:
+  bool looking_at(std::string_view what) const {
+    return text_.compare(at_, what.size(), what) == 0;
+  }
+
+  void skip_past(std::string_view what) {
+    const auto end = text_.find(what, at_);
+    at_ = end == std::string::npos ? text_.size() : end + what.size();
+  }
+
+  bool skip_comment() {
+    const bool line = looking_at("//") || looking_at("#include");
+    if (!line && !looking_at("/*")) return false;
+    skip_past(line ? "\n" : "*/");
+    return true;
+  }
+
+  void skip_blanks() {
+    while (at_ < text_.size() && (std::isspace(static_cast<unsigned char>(text_[at_])) != 0)) ++at_;
+    if (at_ < text_.size() && skip_comment()) skip_blanks();
+  }
+
+  bool skip_to_literal() {
+    for (; at_ < text_.size(); ++at_) {
+      while (at_ < text_.size() && skip_comment()) {
+      }
+      if (at_ >= text_.size() || text_[at_] == '"') break;
+      const bool separates_digits =
+          at_ > 0 && std::isalnum(static_cast<unsigned char>(text_[at_ - 1])) != 0;
+      if (text_[at_] == '\'' && !separates_digits) break;
+    }
+    return at_ < text_.size();
+  }
+
+  void take(std::string& literal) {
+    const char quote = text_[at_++];
+    for (; at_ < text_.size() && text_[at_] != quote; ++at_) {
+      if (text_[at_] == '\\') ++at_;
+      literal += text_[at_];
+    }
+    ++at_;
+  }
+
+  std::string text_;
+  std::size_t at_ = 0;
+};
+
+// In the texts about water and steam "$" and a letter stand for a value.
+std::string with_arguments(const std::string& literal) {
+  if (!literal.starts_with("%WSP-")) return literal;
+  std::string text;
+  for (std::size_t k = 0; k < literal.size(); ++k) {
+    const bool value = literal[k] == '$';
+    text += value ? kArgument : literal[k];
+    if (value) ++k;
+  }
+  return text;
+}
+
+bool is_message(std::string_view literal) {
+  const auto first = literal.find_first_not_of(' ');
+  if (first == std::string_view::npos) return false;
+  if (first >= kIndent) return true;
+  for (const std::string_view mark : kMarks) {
+    if (!literal.starts_with(mark)) continue;
+    const auto behind = literal.find_first_of(' ');
+    return behind == std::string_view::npos ||
+           literal.find_first_not_of(' ', behind) != std::string_view::npos;
+  }
+  return false;
+}
+
+// ---- The entries of the page ----
+
+struct Entry {
+  std::string text;
+  bool within_reach;
+};
+
+std::vector<Entry> entries_of(const std::string& page) {
+  std::vector<Entry> entries;
+  bool within_reach = true;
+  for (const std::string& line : lines_of(page)) {
+    if (line.starts_with(".Sh ")) {
+      within_reach = std::find(std::begin(kOutOfReach), std::end(kOutOfReach), line.substr(4)) ==
+                     std::end(kOutOfReach);
+    }
+    if (line.starts_with(".It \"")) {
+      entries.push_back({shown(line.substr(5, line.size() - 6)), within_reach});
+    }
+  }
+  return entries;
+}
+
+std::vector<std::string> fixed_pieces(const std::string& text) {
+  std::vector<std::string> pieces(1);
+  for (const char c : text) {
+    if (c == kArgument) {
+      pieces.emplace_back();
+    } else {
+      pieces.back() += c;
+    }
+  }
+  std::erase(pieces, "");
+  return pieces;
+}
+
+// Literals that may stand in for a piece of an entry.
+using Pieces = std::set<std::string>;
+
+bool is_usable(const std::string& piece) {
+  const bool has_letter =
+      std::any_of(piece.begin(), piece.end(), [](unsigned char c) { return std::isalpha(c) != 0; });
+  return !piece.empty() && (piece.size() >= kShortestWord || !has_letter);
+}
+
+bool made_of(const std::string& text, const Pieces& pieces) {
+  std::vector<bool> reached(text.size() + 1, false);
+  reached[0] = true;
+  for (std::size_t k = 0; k < text.size(); ++k) {
+    if (!reached[k]) continue;
+    if (std::isdigit(static_cast<unsigned char>(text[k])) != 0) reached[k + 1] = true;
+    for (const std::string& piece : pieces) {
+      if (text.compare(k, piece.size(), piece) == 0) reached[k + piece.size()] = true;
+    }
+  }
+  return reached[text.size()];
+}
+
+// ---- The tests ----
+
+// Long texts about water and steam are written as two lines, cut at the semicolon.
+bool stands_in(const std::string& entry, const std::vector<std::string>& lines) {
+  const auto cut = entry.starts_with("%WSP-") ? entry.find(';') : std::string::npos;
+  const auto pieces = fixed_pieces(entry.substr(0, cut));
+  return std::any_of(lines.begin(), lines.end(), [&](const std::string& line) {
+    std::size_t at = 0;
+    for (const std::string& piece : pieces) {
+      at = line.find(piece, at);
+      if (at == std::string::npos) return false;
+      at += piece.size();
+    }
+    return true;
+  });
+}
+
+std::vector<std::string> test_lines(int argc, char** argv) {
+  std::vector<std::string> all;
+  for (int k = 3; k < argc; ++k) {
+    for (const std::string& file : files_below(argv[k], {".case", ".cpp"})) {
+      for (std::string& line : lines_of(file)) {
+        if (file.ends_with(".cpp")) std::erase(line, '\\');
+        all.push_back(std::move(line));
+      }
+    }
+  }
+  return all;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 4) return 2;
+  const std::vector<Entry> entries = entries_of(argv[2]);
+  std::set<std::string> messages;
+  Pieces pieces;
+  for (const std::string& file : files_below(argv[1], {".cpp", ".h"})) {
+    Scanner scanner(content_of(file));
+    for (std::string literal; scanner.next(literal);) {
+      const std::string text = with_arguments(literal);
+      if (is_message(text)) messages.insert(text);
+      for (const std::string& piece : fixed_pieces(text)) {
+        if (is_usable(piece)) pieces.insert(piece);
+      }
+    }
+  }
+
+  for (const std::string& message : messages) {
+    const bool known = std::any_of(entries.begin(), entries.end(), [&](const Entry& entry) {
+      const auto at = entry.text.find(message);
+      return at == 0 || (message[0] == ' ' && at != std::string::npos);
+    });
+    if (!known) complain("not in the index", message);
+  }
+  const std::vector<std::string> tests = test_lines(argc, argv);
+  int reached = 0, within_reach = 0;
+  for (const Entry& entry : entries) {
+    for (const std::string& piece : fixed_pieces(entry.text)) {
+      if (!made_of(piece, pieces)) complain("not in the sources", entry.text);
+    }
+    within_reach += entry.within_reach;
+    const bool expected = stands_in(entry.text, tests);
+    reached += expected;
+    if (entry.within_reach && !expected) complain("expected by no test", entry.text);
+  }
+  std::cout << messages.size() << " messages in the sources, " << entries.size()
+            << " entries in the index, " << within_reach << " within reach of a run, " << reached
+            << " expected by tests\n";
+  return exit_status();
+}
