@@ -28,11 +28,13 @@ class File {
 
   // Each gives 0 or the errno value of the failure. What is no regular file is never waited for: a
   // folder gives EISDIR, anything else EINVAL. `open_to_rewrite` falls back to reading only when
-  // the file may not be written. The scratch file has no name and vanishes when it is closed.
+  // the file may not be written. A scratch file has no name and vanishes when it is closed; a small
+  // one lies in memory where the system offers that.
   int open_to_read(const std::string& path);
   int open_to_rewrite(const std::string& path);
   int open_new(const std::string& path);
   int open_scratch();
+  int open_small_scratch();
   void adopt_descriptor(int descriptor, bool line_buffered);  // the console
 
   // A new file that has its name when it is closed, so that a run that is killed leaves none; where

@@ -3,6 +3,7 @@
 // A new file that is to be whole or absent has no name at first: the link that the system keeps of
 // every open file, /proc/self/fd/N, becomes its name when it is closed.
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -93,6 +94,11 @@ int File::open_scratch() {
     ::unlink(name);
   }
   return attach(descriptor);
+}
+
+int File::open_small_scratch() {
+  const int descriptor = ::memfd_create("zrvscr", MFD_CLOEXEC);
+  return descriptor < 0 ? open_scratch() : attach(descriptor);
 }
 
 void File::adopt_descriptor(int descriptor, bool line_buffered) {

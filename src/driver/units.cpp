@@ -16,7 +16,7 @@
 namespace zorvik {
 namespace {
 
-enum class Opening { kRead, kNew, kWhole, kAsAsked, kScratch };
+enum class Opening { kRead, kNew, kWhole, kAsAsked, kScratch, kSmallScratch };
 
 struct FileCode {
   std::string_view code;
@@ -26,11 +26,11 @@ struct FileCode {
 
 constexpr FileCode kFileCodes[] = {
     {"DAT", "zrvdat", Opening::kRead},    {"LIS", "zrvlis", Opening::kNew},
-    {"SC1", "", Opening::kScratch},       {"RES", "vnxres", Opening::kAsAsked},
-    {"REC", "", Opening::kAsAsked},       {"REN", "vnxres", Opening::kWhole},
-    {"REW", "", Opening::kWhole},         {"SAV", "vnxsav", Opening::kAsAsked},
-    {"SAN", "vnxsav", Opening::kWhole},   {"TXS", "savtxt", Opening::kAsAsked},
-    {"TXR", "restxt", Opening::kAsAsked},
+    {"SC1", "", Opening::kSmallScratch},  {"SC2", "", Opening::kScratch},
+    {"RES", "vnxres", Opening::kAsAsked}, {"REC", "", Opening::kAsAsked},
+    {"REN", "vnxres", Opening::kWhole},   {"REW", "", Opening::kWhole},
+    {"SAV", "vnxsav", Opening::kAsAsked}, {"SAN", "vnxsav", Opening::kWhole},
+    {"TXS", "savtxt", Opening::kAsAsked}, {"TXR", "restxt", Opening::kAsAsked},
 };
 
 std::array<File, kUnitCount> files;
@@ -58,6 +58,8 @@ int open_as(File& file, const std::string& name, Opening opening, Use use) {
       return open_for(file, name, Use::kCreate);
     case Opening::kScratch:
       return file.open_scratch();
+    case Opening::kSmallScratch:
+      return file.open_small_scratch();
     case Opening::kAsAsked:
       return open_for(file, name, use);
   }
@@ -93,9 +95,9 @@ void open_file(int unit, std::string_view code, std::string_view name, Use use) 
     if (!row.name.empty()) file_name = row.name;
   }
   if (!known) to_lower_case(file_name.data(), file_name.size());
-  if (opening == Opening::kScratch) unit = kScratchUnit;
+  const bool scratch = opening == Opening::kScratch || opening == Opening::kSmallScratch;
+  if (scratch) unit = kScratchUnit;
 
-  const bool scratch = opening == Opening::kScratch;
   File& file = file_on(unit);
   if (const int status = open_as(file, file_name, opening, use); status != 0) {
     note(Hazard::kUnopenedFile,

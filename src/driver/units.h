@@ -4,7 +4,8 @@
 //   code  file       form    must   opened for
 //   DAT   zrvdat     text    exist  the program text
 //   LIS   zrvlis     text    be new the listing
-//   SC1   (no name)  binary  -      scratch file, gone when closed
+//   SC1   (no name)  binary  -      scratch file of the two passes, gone when closed
+//   SC2   (no name)  binary  -      the same for what may be large: on the disk
 //   RES   vnxres     binary  exist  results file, read or rewritten
 //   REN   vnxres     binary  be new results file written by a service command
 //   REC   caller's   binary  exist  joining of results files, read or rewritten
@@ -54,9 +55,9 @@ void occupy_standard_descriptors();
 // The file of a unit, open or not.
 File& file_on(int unit);
 
-// Opens the file of `code` on `unit` (SC1 always uses kScratchUnit). A file that must exist must be
-// a regular one, and is opened for reading only unless it is to be rewritten. Returns only on
-// success: a failure writes "%fat- Open error. File " and the name with the I/O status on the
+// Opens the file of `code` on `unit` (SC1 and SC2 always use kScratchUnit). A file that must exist
+// must be a regular one, and is opened for reading only unless it is to be rewritten. Returns only
+// on success: a failure writes "%fat- Open error. File " and the name with the I/O status on the
 // console and ends the run. From a successful LIS on, messages go to the listing.
 void open_file(int unit, std::string_view code, std::string_view name = {}, Use use = Use::kRead);
 

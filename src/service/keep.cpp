@@ -119,7 +119,7 @@ void keep_records(std::span<const std::int32_t> chosen) {
   read_control_structures(save, counts);
   check_records(save, counts, chosen.back());
   start_again(save, counts);
-  open_file(kScratchUnit, "SC1");
+  open_file(kScratchUnit, "SC2");
   File& scratch = file_on(kScratchUnit);
   const std::int64_t bytes = copy_to_scratch(save, scratch, counts, chosen);
   const auto kept = static_cast<std::int64_t>(chosen.size());

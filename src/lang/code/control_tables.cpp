@@ -14,6 +14,11 @@ ControlTables control_tables;
 
 namespace {
 
+// The scratch file lies in memory, so it has to stay small: the three numbers of record 1 and, at
+// most, full tables of every procedure.
+constexpr int kLargestProcedure = 4 * (3 + (4 + 4 + 8) * kMaxControlStatements);
+static_assert((kMaxOutputs + 1) * kLargestProcedure < 1 << 20);
+
 [[noreturn]] void stop_on_scratch_error(int status) {
   stop_with_listing("%fat- I/O error. Scratch file", kNoLine, status);
 }
