@@ -19,7 +19,7 @@ command_of() { run "COMMAND: X = SCMD2('$1', $2);"; }
 # check VARIABLE NUMBER ROWS COLUMNS: counts the elements that are not as client.f90 says. 0 columns
 # stand for a list, 0 rows for a single value.
 check() {
-  i=1 j=1 of= open= close=
+  i=1 j=1 of='' open='' close=''
   [ "$3" = 0 ] || { i=I of='(I)' open="DO I = 1, $3;" close=ENDDO; }
   [ "$4" = 0 ] || { j=J of='(I,J)' open="DO J = 1, $4; $open" close='ENDDO ENDDO'; }
   echo "$open COUNT = COUNT + 1;"

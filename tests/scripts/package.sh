@@ -8,9 +8,10 @@ cd "$work"
 cpack --config "$2/CPackConfig.cmake" -B "$work/packed" >cpack.log 2>&1 || { cat cpack.log; exit 1; }
 mkdir unpacked
 tar -xzf packed/*.tar.gz -C unpacked --strip-components=1
-if command -v lintian >/dev/null && [ -e packed/zorvik_"$3"_*.deb ]; then
-  lintian --allow-root --fail-on error packed/*.deb
-  dpkg-deb -x packed/*.deb installed
+deb=$(find packed -maxdepth 1 -name "zorvik_$3_*.deb")
+if command -v lintian >/dev/null && [ -n "$deb" ]; then
+  lintian --allow-root --fail-on error "$deb"
+  dpkg-deb -x "$deb" installed
   diff -r unpacked installed/usr
 else
   echo "lintian or dpkg-deb is not installed: the .deb was not checked"
