@@ -25,8 +25,6 @@
 namespace zorvik {
 namespace {
 
-constexpr std::size_t kMaxCommand = 80;
-constexpr double kMaxListLength = 10000;
 constexpr std::int32_t kLastInteger = std::numeric_limits<std::int32_t>::max();
 
 using Run = void (*)(const ServiceArguments&);
@@ -69,7 +67,7 @@ std::vector<std::int32_t> record_list(const ServiceArguments& arguments) {
     if (!(last - first + 1 <= kMaxListLength)) stop_on_long_list();
     for (double number = first; number <= last; ++number) list.push_back(to_record_number(number));
   } else {
-    if (static_cast<double>(arguments.numbers.size()) > kMaxListLength) stop_on_long_list();
+    if (arguments.numbers.size() > std::size_t{kMaxListLength}) stop_on_long_list();
     for (const double number : arguments.numbers) list.push_back(to_record_number(number));
   }
   std::sort(list.begin(), list.end());
@@ -148,7 +146,7 @@ std::string_view checked_command(const ServiceArguments& arguments) {
   if (arguments.command_type != kCharacter) {
     stop_with_listing("%fat- 1st argument of SCMD2 is not character");
   }
-  if (arguments.command.size() > kMaxCommand) {
+  if (arguments.command.size() > std::size_t{kMaxCommand}) {
     stop_with_listing("%fat- 1st argument of SCMD2 is longer than 80 characters");
   }
   const std::string_view text = trim_right(arguments.command);

@@ -9,6 +9,9 @@
 
 namespace zorvik {
 
+constexpr int kMaxCommand = 80;        // characters of a command text
+constexpr int kMaxListLength = 10000;  // record numbers that KEEP takes
+
 // The two arguments of SCMD2 as they were evaluated.
 struct ServiceArguments {
   std::string_view procedure_name;  // of the running procedure, blanks behind it or not

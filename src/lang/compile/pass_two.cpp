@@ -17,8 +17,6 @@
 namespace zorvik {
 namespace {
 
-constexpr int kMaxErrors = 100;
-
 // An OUTPUT's file has the procedure's number and 10 as its number: those below belong to the fixed
 // files.
 constexpr int kFixedFiles = 10;

@@ -4,6 +4,8 @@
 
 namespace zorvik {
 
+constexpr int kMaxErrors = 100;  // of the pass
+
 // Opens the results file, compiles MAIN, the block and the OUTPUTs into the code store and ends
 // with report_space_usage. Returns only when no error was found.
 void u91ps2(int unit);
