@@ -65,6 +65,9 @@ ReadStatus read_record(int unit) {
   const std::string_view all(source_line.text, static_cast<std::size_t>(length));
   source_line.length = static_cast<int>(trim_right(all).size());
   ++source_line.number;
+  if (!source_line.watched.empty() && all.starts_with(source_line.watched)) {
+    ++source_line.watched_lines;
+  }
   return status;
 }
 
@@ -79,6 +82,8 @@ void reset_source_line() {
   source_line.list_to = 0;
   source_line.width = kProgramColumns;
   source_line.failure = 0;
+  source_line.watched = {};
+  source_line.watched_lines = 0;
 }
 
 void set_source_text(std::string_view text) {

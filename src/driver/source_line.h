@@ -6,6 +6,7 @@
 #ifndef ZORVIK_DRIVER_SOURCE_LINE_H_
 #define ZORVIK_DRIVER_SOURCE_LINE_H_
 
+#include <cstdint>
 #include <string_view>
 
 namespace zorvik {
@@ -18,14 +19,16 @@ constexpr int kEndOfLine = 10;
 constexpr int kEndOfText = -1;
 
 struct SourceLine {
-  char text[kLineCapacity];  // columns 1 .. 200; beyond `length` the rest is blank
-  int length;                // without trailing blanks
-  int position;              // column of the next character to hand out, from 1
-  bool wants_line;           // the next character request first reads a new line
-  int number;                // lines read in the current pass
-  int list_to;               // unit on which each line read is listed; 0: none
-  int width;                 // significant columns of a record
-  int failure;               // I/O status of a failed read of a text other than the program's
+  char text[kLineCapacity];    // columns 1 .. 200; beyond `length` the rest is blank
+  int length;                  // without trailing blanks
+  int position;                // column of the next character to hand out, from 1
+  bool wants_line;             // the next character request first reads a new line
+  int number;                  // lines read in the current pass
+  int list_to;                 // unit on which each line read is listed; 0: none
+  int width;                   // significant columns of a record
+  int failure;                 // I/O status of a failed read of a text other than the program's
+  std::string_view watched;    // how the lines begin that are counted; empty: none are
+  std::int64_t watched_lines;  // of these so far
 };
 extern SourceLine source_line;
 

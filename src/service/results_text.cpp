@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "driver/messages.h"
+#include "driver/notes.h"
 #include "driver/text.h"
 #include "driver/units.h"
 #include "results/header.h"
@@ -182,14 +183,31 @@ void read_header_group(TextReader& text, HeaderGroup group, GroupWriter& output)
   output.end_group();
 }
 
-void read_record(TextReader& text, GroupWriter& output) {
+// The standard part of a record stands between its own "! Tau" line and the next one; notes the
+// first that does not, with a value missing or one too many. A text without these lines is right
+// too.
+void watch_record(std::int64_t record) {
+  if (source_line.watched_lines == 0 || source_line.watched_lines == record) return;
+  source_line.watched = {};
+  source_line.watched_lines = 0;
+  note(Hazard::kShiftedRecord, [&] {
+    return message("line ", source_line.number, " of <restxt>: the values of record ", record,
+                   " do not end where the record ends");
+  });
+}
+
+void read_record(TextReader& text, GroupWriter& output, std::int64_t record) {
   for_each_piece([&](Piece piece) {
     for (std::int64_t left = piece.values; left > 0;) {
       const int count = next_count(left);
-      for (int k = 0; k < count; ++k) block[k] = text.real(Sign::kPlusOrMinus);
+      for (int k = 0; k < count; ++k) {
+        block[k] = text.real(Sign::kPlusOrMinus);
+        if (piece.is_standard_part && k == 0 && left == piece.values) watch_record(record);
+      }
       output.write(block, static_cast<std::size_t>(count) * sizeof(double));
       left -= count;
     }
+    if (piece.is_standard_part) watch_record(record);
     output.end_group();
   });
 }
@@ -236,8 +254,10 @@ void results_from_text() {
   for (int group = kSizes; group <= kTitle; ++group) {
     read_header_group(text, static_cast<HeaderGroup>(group), output);
   }
+  source_line.watched = kTauLine;
+  std::int64_t record = 0;
   do {
-    read_record(text, output);
+    read_record(text, output, ++record);
   } while (text.more_follows());
   close_after_from_text(results, "<vnxres>");
   close_after_from_text(text_file, "<restxt>");

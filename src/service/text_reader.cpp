@@ -2,6 +2,8 @@
 //   1.500000000+300 -> syntax error, no "E" -> 1.500000000E+300
 #include "service/text_reader.h"
 
+#include "driver/notes.h"
+#include "driver/source_line.h"
 #include "driver/text.h"
 #include "driver/units.h"
 #include "lang/text/constants.h"
@@ -92,6 +94,10 @@ double TextReader::repaired_real(std::string_view text) {
       if (error_.empty()) return value;
     }
   } else if (form_.bad_exponent_is_zero) {
+    note(Hazard::kZeroForReal, [&] {
+      return message("line ", source_line.number, " of ", form_.text_name, ": ", text,
+                     " is no number and is stored as 0");
+    });
     return 0.0;
   }
   output_.stop(message(error_, " File ", form_.text_name));
