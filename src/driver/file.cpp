@@ -1,3 +1,6 @@
+// One buffer serves reading and writing: [next_, end_) are bytes read ahead, or [0, end_) bytes not
+// yet handed to the system, and position_ is where the caller stands. What is larger than the
+// buffer passes it by.
 #include "driver/file.h"
 
 #include <poll.h>
@@ -157,6 +160,7 @@ ReadStatus File::read_line(char* to, int capacity, int& length) {
 
 void File::make_room() {
   flush();
+  next_ = end_ = 0;
   writing_ = true;
 }
 
@@ -188,10 +192,19 @@ int File::write(const void* from, std::size_t bytes) {
 }
 
 int File::write_line(std::string_view prefix, std::string_view text) {
-  write(prefix.data(), prefix.size());
-  write(text.data(), text.size());
-  const int status = write("\n", 1);
-  return status == 0 && line_buffered_ ? flush() : status;
+  const std::size_t bytes = prefix.size() + text.size() + 1;
+  if (write_failure_ == 0 && bytes <= kBufferBytes) {
+    char* const to = room(bytes);
+    if (write_failure_ == 0) {
+      *std::copy(text.begin(), text.end(), std::copy(prefix.begin(), prefix.end(), to)) = '\n';
+      wrote(bytes);
+    }
+  } else {
+    write(prefix.data(), prefix.size());
+    write(text.data(), text.size());
+    write("\n", 1);
+  }
+  return write_failure_ == 0 && line_buffered_ ? flush() : write_failure_;
 }
 
 int File::flush() {

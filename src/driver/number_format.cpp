@@ -20,34 +20,25 @@ namespace {
 int real_decimals = kStartDigits - 1;
 double last_format_key = kStartDigits;
 
-NumberText copied(std::string_view text) {
-  NumberText result;
-  std::memcpy(result.text, text.data(), text.size());
-  result.length = static_cast<int>(text.size());
-  return result;
-}
+char* put_text(char* to, std::string_view text) { return std::copy(text.begin(), text.end(), to); }
 
-NumberText asterisks(int width) {
-  NumberText result;
-  std::memset(result.text, '*', static_cast<std::size_t>(width));
-  result.length = width;
-  return result;
-}
+char* put_asterisks(char* to, int width) { return std::fill_n(to, width, '*'); }
 
-NumberText not_finite(double value) {
-  if (std::isnan(value)) return copied("NaN");
-  return copied(value > 0 ? "Infinity" : "-Infinity");
+std::string_view not_finite(double value) {
+  if (std::isnan(value)) return "NaN";
+  return value > 0 ? "Infinity" : "-Infinity";
 }
 
 // Right-justifies `number` in a field of `width` characters.
 NumberText in_field(std::string_view number, int width) {
-  const auto length = static_cast<int>(number.size());
-  if (length > width) return asterisks(width);
   NumberText result;
-  const auto blanks = static_cast<std::size_t>(width - length);
-  std::memset(result.text, ' ', blanks);
-  std::memcpy(result.text + blanks, number.data(), number.size());
   result.length = width;
+  const auto length = static_cast<int>(number.size());
+  if (length > width) {
+    put_asterisks(result.text, width);
+  } else {
+    put_text(std::fill_n(result.text, width - length, ' '), number);
+  }
   return result;
 }
 
@@ -75,80 +66,94 @@ void note_missing_letter() {
   });
 }
 
-// Writes the sign, the digits with the point behind the first, and the exponent.
-NumberText laid_out(bool negative, DecimalDigits decimal, int decimals) {
-  NumberText result;
-  char* first = result.text;
-  if (negative) *first++ = '-';
-  char digits[kMaxFastDigits];  // right-justified
-  for (int k = kMaxFastDigits - 2; k >= 0; k -= 2, decimal.digits /= 100) {
-    put_pair(digits + k, decimal.digits % 100);
-  }
-  const char* const significant = digits + kMaxFastDigits - 1 - decimals;
-  first[0] = significant[0];
-  first[1] = '.';
-  std::copy_n(significant + 1, decimals, first + 2);
-  char* end = first + 2 + decimals;
-  auto magnitude = static_cast<std::uint64_t>(std::abs(decimal.exponent));
-  if (magnitude < 100) *end++ = 'E';
-  *end++ = decimal.exponent < 0 ? '-' : '+';
+char* put_exponent(char* to, int exponent) {
+  auto magnitude = static_cast<unsigned>(std::abs(exponent));
+  if (magnitude < 100) *to++ = 'E';
+  *to++ = exponent < 0 ? '-' : '+';
   if (magnitude >= 100) {
     note_missing_letter();
-    *end++ = static_cast<char>('0' + magnitude / 100);
+    *to++ = static_cast<char>('0' + magnitude / 100);
     magnitude %= 100;
   }
-  put_pair(end, magnitude);
-  result.length = static_cast<int>(end + 2 - result.text);
-  return result;
+  put_pair(to, magnitude);
+  return to + 2;
+}
+
+// Writes the sign, the digits with the point behind the first, and the exponent. Each character is
+// written once, the digits from the last to the first.
+char* lay_out(char* to, bool negative, const DecimalDigits& decimal, int decimals) {
+  if (negative) *to++ = '-';
+  char* const end = to + 2 + decimals;
+  char* digit = end;
+  std::uint64_t digits = decimal.digits;
+  int left = decimals;
+  for (; left > 1; left -= 2, digits /= 100) put_pair(digit -= 2, digits % 100);
+  if (left == 1) {
+    *--digit = static_cast<char>('0' + digits % 10);
+    digits /= 10;
+  }
+  to[0] = static_cast<char>('0' + digits);
+  to[1] = '.';
+  return put_exponent(end, decimal.exponent);
 }
 
 // The exact conversion, for what the fast one leaves.
-NumberText converted(double value, int decimals) {
-  NumberText result;
-  char* const end = std::to_chars(result.text, result.text + sizeof result.text, value,
-                                  std::chars_format::scientific, decimals)
-                        .ptr;
+char* convert(char* to, double value, int decimals) {
+  char* const end =
+      std::to_chars(to, to + kMaxNumberWidth, value, std::chars_format::scientific, decimals).ptr;
   char* e = end - 4;  // "e+XX", or "e+XXX" one character earlier
   if (*e == 'e') {
     *e = 'E';
-    result.length = static_cast<int>(end - result.text);
-  } else {
-    note_missing_letter();
-    --e;
-    std::memmove(e, e + 1, static_cast<std::size_t>(end - e - 1));
-    result.length = static_cast<int>(end - result.text) - 1;
+    return end;
   }
-  return result;
+  note_missing_letter();
+  --e;
+  std::memmove(e, e + 1, static_cast<std::size_t>(end - e - 1));
+  return end - 1;
 }
 
-NumberText scientific(double value, int decimals) {
-  if (!std::isfinite(value)) return not_finite(value);
-  if (decimals < 1 || decimals >= kMaxFastDigits) return converted(value, decimals);
-  if (value == 0) return laid_out(std::signbit(value), {0, 0}, decimals);
+char* put_scientific(char* to, double value, int decimals) {
+  if (!std::isfinite(value)) return put_text(to, not_finite(value));
+  if (decimals < 1 || decimals >= kMaxFastDigits) return convert(to, value, decimals);
+  if (value == 0) return lay_out(to, std::signbit(value), {0, 0}, decimals);
   DecimalDigits decimal;
   if (find_leading_digits(std::fabs(value), decimals + 1, decimal)) {
-    return laid_out(value < 0, decimal, decimals);
+    return lay_out(to, value < 0, decimal, decimals);
   }
-  return converted(value, decimals);
+  return convert(to, value, decimals);
+}
+
+// Makes a text of what `put` writes.
+template <class Put>
+NumberText number_text(Put put) {
+  NumberText result;
+  result.length = static_cast<int>(put(result.text) - result.text);
+  return result;
 }
 
 }  // namespace
 
-NumberText format_integer(double value) {
-  if (!(std::fabs(value) < 1e11)) return asterisks(kIntegerWidth);
-  NumberText result;
-  const auto whole = static_cast<long long>(value);
-  const auto end = std::to_chars(result.text, result.text + sizeof result.text, whole).ptr;
-  result.length = static_cast<int>(end - result.text);
-  return result.length > kIntegerWidth ? asterisks(kIntegerWidth) : result;
+char* put_integer(char* to, double value) {
+  if (!(std::fabs(value) < 1e11)) return put_asterisks(to, kIntegerWidth);
+  char* const end = std::to_chars(to, to + kMaxNumberWidth, static_cast<long long>(value)).ptr;
+  return end - to > kIntegerWidth ? put_asterisks(to, kIntegerWidth) : end;
 }
 
-NumberText format_real(double value) { return scientific(value, real_decimals); }
+char* put_real(char* to, double value) { return put_scientific(to, value, real_decimals); }
+
+NumberText format_integer(double value) {
+  return number_text([=](char* to) { return put_integer(to, value); });
+}
+
+NumberText format_real(double value) {
+  return number_text([=](char* to) { return put_real(to, value); });
+}
 
 NumberText format_percentage(double value) { return format_fixed(value, 6, 2); }
 
 NumberText format_scientific(double value, int width, int decimals) {
-  return in_field(scientific(value, decimals), width);
+  return in_field(number_text([=](char* to) { return put_scientific(to, value, decimals); }),
+                  width);
 }
 
 NumberText format_fixed(double value, int width, int decimals) {

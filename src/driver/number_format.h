@@ -15,9 +15,11 @@ constexpr int kStartDigits = 10;   // significant digits of reals at the start o
 constexpr int kMinimalDigits = 3;  // a FORMAT of 3 or less changes nothing
 constexpr int kMaxExponent = 306;  // limit of the decimal exponents of constants
 
+constexpr int kMaxNumberWidth = 24;
+
 // A number's text, blanks removed.
 struct NumberText {
-  char text[24];
+  char text[kMaxNumberWidth];
   int length;
   operator std::string_view() const {  // NOLINT: it is a text wherever a text is wanted
     return {text, static_cast<std::size_t>(length)};
@@ -30,6 +32,11 @@ NumberText format_integer(double value);
 
 // 12345.678 gives 1.234567800E+04, 1e100 gives 1.000000000+100; NaN, Infinity, -Infinity.
 NumberText format_real(double value);
+
+// The same two written to `to`, which has room for kMaxNumberWidth characters; each returns the
+// end.
+char* put_integer(char* to, double value);
+char* put_real(char* to, double value);
 
 // A percentage: 6 characters, 2 decimals, right-justified.
 NumberText format_percentage(double value);

@@ -1,3 +1,6 @@
+// Items are laid down behind one another in a line buffer, numbers without a copy, and the line is
+// written when the next item would pass its last column:
+//   PRINT 1, 2.5, 'A' -> "1 2.500000000E+00 A", the trailing blank left out
 #include "exec/output_statement.h"
 
 #include <cstring>
@@ -11,15 +14,19 @@
 #include "exec/values/evaluation_stack.h"
 #include "exec/values/run_state.h"
 #include "stores/keys.h"
+#include "stores/notkeys.h"
 
 namespace zorvik {
 namespace {
 
-constexpr int kLineBuffer = 220;
-
 // Last column that a text may end at; a real may end one column later.
 constexpr int kLastColumn = 78;
 constexpr int kLastOutputColumn = 198;
+
+// A text of the pool fills it at most, or a number begins behind the last column.
+constexpr int kLineBuffer = 230;
+static_assert(kLineBuffer > kLastOutputColumn + 3 + 1 + kMaxNumberWidth &&
+              kLineBuffer > kTextPoolCapacity);
 
 class LineWriter {
  public:
@@ -29,16 +36,19 @@ class LineWriter {
 
   void add_text(std::string_view text) { add(text, last_column()); }
 
+  // The number is written behind the line and moved when it turns out to belong to the next one.
   void add_number(double value, BaseType base_type) {
     const bool is_real = base_type == kReal;
-    const NumberText text = is_real ? format_real(value) : format_integer(round_half_away(value));
-    if (is_output_ && !(value < 0.0)) {
-      char signed_text[sizeof text.text + 1] = {' '};
-      std::memcpy(signed_text + 1, text.text, static_cast<std::size_t>(text.length));
-      add({signed_text, static_cast<std::size_t>(text.length) + 1}, last_column() + is_real);
-    } else {
-      add(text, last_column() + is_real);
+    char* const first = line_ + length_;
+    char* end = first;
+    if (is_output_ && !(value < 0.0)) *end++ = ' ';  // where a sign would stand
+    end = is_real ? put_real(end, value) : put_integer(end, round_half_away(value));
+    const auto width = static_cast<int>(end - first);
+    if (length_ + width > last_column() + is_real) {
+      wrap();
+      std::memmove(line_, first, static_cast<std::size_t>(width));
     }
+    end_item(width);
   }
 
   // Writes the line without its trailing blank; an empty line is not written.
@@ -72,7 +82,11 @@ class LineWriter {
 
   void append(std::string_view text) {
     std::memcpy(line_ + length_, text.data(), text.size());
-    length_ += static_cast<int>(text.size());
+    end_item(static_cast<int>(text.size()));
+  }
+
+  void end_item(int width) {
+    length_ += width;
     line_[length_++] = ' ';
   }
 

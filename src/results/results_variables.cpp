@@ -3,8 +3,8 @@
 #include "results/results_variables.h"
 
 #include <algorithm>
-#include <functional>
 
+#include "driver/name_slots.h"
 #include "driver/text.h"
 #include "stores/results_store.h"
 
@@ -14,17 +14,10 @@ ResultsVariables results_variables;
 
 namespace {
 
-constexpr unsigned kSlots = 8192;  // a power of two, above twice the number of entries
-int slots[kSlots];                 // number of a variable; 0: free
+NameSlots<8192> slots;  // numbers of variables
+static_assert(2 * kMaxEntries <= 8192);
 
-// The slot that holds the variable of that name, or the free one where it belongs.
-int& slot_of(std::string_view name) {
-  auto k = static_cast<unsigned>(std::hash<std::string_view>{}(name)) % kSlots;
-  while (slots[k] != 0 && name_of(results_variables.variable[slots[k]]) != name) {
-    k = (k + 1) % kSlots;
-  }
-  return slots[k];
-}
+std::string_view name_of_number(int number) { return name_of(results_variables.variable[number]); }
 
 int rank_of(const Entry& entry) {
   const std::string_view name = entry.full_name();
@@ -48,9 +41,10 @@ BaseType base_type_of(const Entry& entry) {
 Descriptor extents[kMaxEntries + 1];
 int last_of_chain[kMaxEntries + 1];
 
-void start_variable(int e, int& slot) {
+void start_variable(int e, std::int16_t& slot) {
   const Entry& entry = entry_table.entry[e];
-  const int number = slot = ++results_variables.count;
+  const int number = ++results_variables.count;
+  slot = static_cast<std::int16_t>(number);
   const int rank = rank_of(entry);
   results_variables.variable[number] = {e, rank, base_type_of(entry), 0, false};
   extents[number] = {0, rank == 0 ? 1 : entry.first_extent(), rank == 2 ? entry.hi2 : 1};
@@ -94,13 +88,13 @@ HeaderStatus allocate(int number) {
 void reset_results_variables() {
   results_variables.count = 0;
   std::fill_n(results_variables.next_of_chain, kMaxEntries + 1, 0);
-  std::fill_n(slots, kSlots, 0);
+  slots.reset();
 }
 
 HeaderStatus form_results_variables() {
   reset_results_variables();
   for (int e = 1; e <= entry_table.count; ++e) {
-    int& slot = slot_of(entry_table.entry[e].base_name());
+    std::int16_t& slot = slots.slot(entry_table.entry[e].base_name(), name_of_number);
     if (slot == 0) {
       start_variable(e, slot);
     } else {
@@ -117,7 +111,9 @@ std::string_view name_of(const ResultsVariable& variable) {
   return entry_table.entry[variable.first_entry].base_name();
 }
 
-int find_results_variable(std::string_view name) { return slot_of(trim_right_char(name, ' ')); }
+int find_results_variable(std::string_view name) {
+  return slots.find(trim_right_char(name, ' '), name_of_number);
+}
 
 int variable_of_descriptor(int descriptor) {
   if (results_variables.count == 0) return 0;

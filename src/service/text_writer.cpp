@@ -1,5 +1,8 @@
+// Numbers go straight into the file's buffer, a buffer's worth to a write. Whether a number goes on
+// the current line is known when it stands there; the character before it is written last.
 #include "service/text_writer.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -48,28 +51,33 @@ void TextWriter::begin_numbers() {
   packer_ = {};
 }
 
-inline void TextWriter::number(std::string_view text) {
-  char* to = room(text.size() + 1);
-  const char* const start = to;
-  const auto place = packer_.place(static_cast<int>(text.size()));
-  if (place != LinePacker::Place::kFirst) {
-    *to++ = place == LinePacker::Place::kSameLine ? ' ' : '\n';
+// Its place is known when its length is: `put` writes it behind the character that goes before it.
+template <class Put>
+inline void TextWriter::number(Put put) {
+  char* const to = room(kMaxNumberWidth + 1);
+  const auto length = static_cast<std::size_t>(put(to + 1) - to) - 1;
+  const auto place = packer_.place(static_cast<int>(length));
+  if (place == LinePacker::Place::kFirst) {
+    std::memmove(to, to + 1, length);
+    file_.wrote(length);
+  } else {
+    *to = place == LinePacker::Place::kSameLine ? ' ' : '\n';
+    file_.wrote(length + 1);
   }
-  to = std::copy(text.begin(), text.end(), to);
-  file_.wrote(static_cast<std::size_t>(to - start));
 }
 
 void TextWriter::integers(const std::int32_t* values, int count) {
-  for (int k = 0; k < count; ++k) number(format_integer(values[k]));
+  for (int k = 0; k < count; ++k) {
+    number([=](char* to) { return put_integer(to, values[k]); });
+  }
 }
 
 void TextWriter::reals(const double* values, int count) {
   for (int k = 0; k < count; ++k) {
-    if (values[k] == kUndefined) {
-      number("UNDEF");
-    } else {
-      number(format_real(std::fabs(values[k]) < kSmallestWritten ? 0.0 : values[k]));
-    }
+    const double value = std::fabs(values[k]) < kSmallestWritten ? 0.0 : values[k];
+    number([=](char* to) {
+      return value == kUndefined ? std::copy_n("UNDEF", 5, to) : put_real(to, value);
+    });
   }
 }
 

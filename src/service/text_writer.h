@@ -50,7 +50,8 @@ class TextWriter {
   void finish();
 
  private:
-  void number(std::string_view text);
+  template <class Put>
+  void number(Put put);
   void put(char c);
   void put_all(std::string_view text);
   char* room(std::size_t bytes);

@@ -1,13 +1,24 @@
+// Names are found through a hash; values and texts are handed out from the front of their pools and
+// never given back.
 #include "stores/notkeys.h"
 
 #include "driver/messages.h"
+#include "driver/name_slots.h"
 #include "driver/text.h"
 
 namespace zorvik {
 
 NotkeyStore notkeys;
 
+namespace {
+
+NameSlots<1024> slots;  // numbers of notkeys
+static_assert(2 * kMaxNotkeys <= 1024);
+
+}  // namespace
+
 void reset_notkeys() {
+  slots.reset();
   notkeys.count = 0;
   notkeys.next_value = 1;
   notkeys.next_text = 1;
@@ -19,10 +30,7 @@ std::string_view notkey_name(int number) {
 }
 
 int find_notkey(std::string_view name) {
-  for (int number = 1; number <= notkeys.count; ++number) {
-    if (equal_padded(name, notkey_name(number))) return number;
-  }
-  return 0;
+  return slots.find(trim_right_char(name, ' '), notkey_name);
 }
 
 int enter_notkey(std::string_view name, int line) {
@@ -33,6 +41,7 @@ int enter_notkey(std::string_view name, int line) {
   copy_padded(notkey.name, kNotkeyNameWidth, name);
   notkey.name_length = static_cast<int>(name.substr(0, kNotkeyNameWidth).size());
   notkey.defined = false;
+  slots.slot(notkey_name(notkeys.count), notkey_name) = static_cast<std::int16_t>(notkeys.count);
   return notkeys.count;
 }
 

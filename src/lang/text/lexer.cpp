@@ -8,6 +8,7 @@
 #include <array>
 
 #include "driver/messages.h"
+#include "driver/name_slots.h"
 #include "driver/text.h"
 
 namespace zorvik {
@@ -224,18 +225,30 @@ Ending collect(int unit, Lexeme& lexeme, char& c) {
   }
 }
 
+// The words that are no names, by their lexeme codes, and the hash that finds them.
+constexpr int kKeywordEnd = kFirstKeyword + static_cast<int>(kKeywords.size());
+constexpr int kFunctionEnd = kFirstFunction + static_cast<int>(kFunctions.size());
+constexpr std::string_view word_of_code(int code) {
+  if (code >= kFirstKeyword) return kKeywords[static_cast<std::size_t>(code - kFirstKeyword)];
+  return kFunctions[static_cast<std::size_t>(code - kFirstFunction)].name;
+}
+constexpr NameSlots<128> make_words() {
+  NameSlots<128> words;
+  for (int code = kFirstFunction; code < kKeywordEnd; ++code) {
+    if (code == kFunctionEnd) code = kFirstKeyword;
+    words.slot(word_of_code(code), word_of_code) = static_cast<std::int16_t>(code);
+  }
+  return words;
+}
+constexpr NameSlots<128> kWords = make_words();
+
 // The code of a name without ".": a keyword, a function or a plain name.
 int code_of_word(std::string_view word) {
   if (word == "[") return kThen;
   if (word == "]") return kEndif;
   if (word == "][") return kElse;
-  for (std::size_t k = 0; k < kKeywords.size(); ++k) {
-    if (kKeywords[k] == word) return kFirstKeyword + static_cast<int>(k);
-  }
-  for (std::size_t k = 0; k < kFunctions.size(); ++k) {
-    if (kFunctions[k].name == word) return kFirstFunction + static_cast<int>(k);
-  }
-  return kName;
+  const int code = kWords.find(word, word_of_code);
+  return code != 0 ? code : kName;
 }
 
 // The error text of a malformed name, or an empty text.
