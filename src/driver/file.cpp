@@ -5,6 +5,7 @@
 
 #include <poll.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -119,6 +120,17 @@ ReadStatus File::read_at(std::int64_t position, void* to, std::size_t bytes) {
     done += static_cast<std::size_t>(got);
   }
   return ReadStatus::kOk;
+}
+
+bool File::read_cached_at(std::int64_t position, void* to, std::size_t bytes) {
+  if (!tells_cached_) return read_at(position, to, bytes) == ReadStatus::kOk;
+  const iovec target{to, bytes};
+  const ssize_t got = ::preadv2(descriptor_, &target, 1, position, RWF_NOWAIT);
+  if (got < 0 && (errno == EOPNOTSUPP || errno == ENOSYS)) {
+    tells_cached_ = false;
+    return read_cached_at(position, to, bytes);
+  }
+  return got == static_cast<ssize_t>(bytes);
 }
 
 ReadStatus File::skip(std::int64_t bytes) {

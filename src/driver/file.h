@@ -66,6 +66,10 @@ class File {
   // written only.
   ReadStatus read_at(std::int64_t position, void* to, std::size_t bytes);
 
+  // The same for bytes that the system has in its memory; false, without waiting for the disk, when
+  // it has not all of them. Where the system can't tell, it reads in any case.
+  bool read_cached_at(std::int64_t position, void* to, std::size_t bytes);
+
   // Reads a line and stores its first `capacity` characters (without the line end) and their count.
   // kOk or kEnd or kError; a last line without a line end counts as a line.
   ReadStatus read_line(char* to, int capacity, int& length);
@@ -112,6 +116,7 @@ class File {
   std::int64_t kept_on_failure_ = kAll;
   bool seekable_ = true;
   bool line_buffered_ = false;
+  bool tells_cached_ = true;
   bool writing_ = false;  // the buffer holds bytes to be written
   int io_status_ = 0;
   int write_failure_ = 0;      // the first failed write; what follows is dropped

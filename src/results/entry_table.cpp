@@ -42,11 +42,19 @@ std::string entry_name(const ElementKind& kind, const Quantity& quantity, std::i
   return name + ')';
 }
 
+void set_name(Entry& entry, std::string_view name) {
+  copy_padded(entry.name, kEntryNameWidth, name);
+  const std::string_view full = trim_right_char(name.substr(0, kEntryNameWidth), ' ');
+  const std::string_view base = trim_right_char(full.substr(0, full.find('(')), ' ');
+  entry.full_length = static_cast<std::uint8_t>(full.size());
+  entry.base_length = static_cast<std::uint8_t>(base.size());
+}
+
 HeaderStatus add_entry(std::string_view name, std::int64_t rows, std::int64_t columns) {
   if (rows < 0 || columns < 0) return HeaderStatus::kInvalid;
   if (rows > kResultsCapacity || columns > kResultsCapacity) return HeaderStatus::kTooLarge;
   Entry& entry = entry_table.entry[++entry_table.count];
-  copy_padded(entry.name, kEntryNameWidth, name);
+  set_name(entry, name);
   entry.lo1 = entry.lo2 = 1;
   entry.hi1 = static_cast<std::int32_t>(rows);
   entry.hi2 = static_cast<std::int32_t>(columns);
@@ -83,7 +91,7 @@ void add_listed(const ResultsHeader& header) {
   for (int e = 0; e < header.nv(); ++e) {
     const std::int32_t* const integers = header.descriptors + e * kEntryIntegers;
     Entry& entry = entry_table.entry[++entry_table.count];
-    copy_padded(entry.name, kEntryNameWidth, header.listed_name(e));
+    set_name(entry, header.listed_name(e));
     entry.lo1 = integers[1];
     entry.hi1 = integers[2];
     entry.lo2 = integers[3];
@@ -119,15 +127,6 @@ HeaderStatus place_entries(const ResultsHeader& header) {
 }
 
 }  // namespace
-
-std::string_view Entry::full_name() const {
-  return trim_right_char({name, static_cast<std::size_t>(kEntryNameWidth)}, ' ');
-}
-
-std::string_view Entry::base_name() const {
-  const std::string_view full = full_name();
-  return trim_right_char(full.substr(0, full.find('(')), ' ');
-}
 
 HeaderStatus build_entry_table(const ResultsHeader& header) {
   entry_table.count = 0;

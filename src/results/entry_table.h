@@ -16,12 +16,13 @@ namespace zorvik {
 
 struct Entry {
   char name[kEntryNameWidth];  // with its shape text, blank-padded
+  std::uint8_t full_length, base_length;
   std::int32_t lo1, hi1, lo2, hi2;
   std::int32_t form;   // 1000 * first extent of the variable + type digit
   std::int64_t start;  // the entry's first value in a record, from 1
 
-  std::string_view full_name() const;  // without trailing blanks
-  std::string_view base_name() const;  // up to "(", without trailing blanks
+  std::string_view full_name() const { return {name, full_length}; }  // without trailing blanks
+  std::string_view base_name() const { return {name, base_length}; }  // the same, up to "("
   std::int64_t rows() const { return std::int64_t{hi1} - lo1 + 1; }
   std::int64_t columns() const { return std::int64_t{hi2} - lo2 + 1; }
   std::int64_t values() const { return rows() * columns(); }

@@ -32,17 +32,23 @@ struct RecordPlan {
   std::int64_t first_record;  // in the file, bytes
   std::int64_t data_end;      // of the last complete record
   std::int64_t record_values;
-  bool reads_ahead;  // the spans cover all but small gaps: read a whole buffer at a time
+  std::int64_t time_value;  // the problem time's, in the record
+  bool loads_time;          // with every record
+  bool reads_ahead;         // reading everything costs less than a read for each span
 };
 
-// Plans the loading of the problem time and of the results variables that are named, or of all of
-// them, from `records` complete records.
+// Plans the loading of the results variables that are named and of the problem time if it is, or of
+// all of them, from `records` complete records.
 void plan_records(RecordPlan& plan, const ResultsHeader& header, std::int64_t first_record,
                   std::int64_t records, bool named_only);
 
-// Loads record `number` (from 1) into the results store. kEnd or kCut when the file ends before its
+// Loads record `number` (from 1) into the results store; a problem time that no one has named every
+// 64 records, which is enough to see how far the run is. kEnd or kCut when the file ends before its
 // end, kError with file.io_status(); in these cases nothing is promised of the store.
 ReadStatus load_record(File& file, const RecordPlan& plan, std::int64_t number);
+
+// Loads the problem time alone.
+ReadStatus load_time(File& file, const RecordPlan& plan, std::int64_t number);
 
 }  // namespace zorvik
 

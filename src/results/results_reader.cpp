@@ -1,3 +1,5 @@
+// The header is read before the program is compiled, the first record after it, when it is known
+// which variables are wanted; then a record a call.
 #include "results/results_reader.h"
 
 #include <algorithm>
@@ -26,8 +28,9 @@ RecordPlan plan;
 
 struct ReaderState {
   bool header_read;
-  std::int64_t records;  // complete records of the file
-  std::int64_t loaded;   // of them so far
+  std::int64_t first_record;  // in the file, bytes
+  std::int64_t records;       // complete records of the file
+  std::int64_t loaded;        // of them so far
 };
 ReaderState state;
 
@@ -62,14 +65,17 @@ void open_and_read_header() {
   stop_on_bad_header(form_results_variables());
   state.header_read = true;
   state.loaded = 0;
-  state.records = std::max<std::int64_t>(file.size() - file.position(), 0) / header.record_bytes();
+  state.first_record = file.position();
+  state.records =
+      std::max<std::int64_t>(file.size() - state.first_record, 0) / header.record_bytes();
 }
 
 void note_cut_record(File& file) {
   const std::int64_t left_over =
-      file.size() - plan.first_record - state.records * header.record_bytes();
+      file.size() - state.first_record - state.records * header.record_bytes();
   if (left_over <= 0) return;
   note(Hazard::kCutResults, [&] {
+    load_time(file, plan, state.records);
     return message("vnxres ends inside a record: ", state.records,
                    " records read, the last at TAU = ",
                    trim_left(std::string_view(format_real(main_key_value(kTau)))), ", ", left_over,
@@ -79,26 +85,35 @@ void note_cut_record(File& file) {
 
 // Positions that no entry covers hold the marker in every record: nothing but a record may write to
 // them.
-void clear_blocks() {
+void clear_named_blocks() {
   for (int v = 1; v <= results_variables.count; ++v) {
-    const Descriptor& block = results_store.descriptor[results_variables.variable[v].descriptor];
+    const ResultsVariable& variable = results_variables.variable[v];
+    if (!variable.named) continue;
+    const Descriptor& block = results_store.descriptor[variable.descriptor];
     std::fill_n(results_store.value + block.start, block.d1 * block.d2, kUndefined);
   }
 }
 
 }  // namespace
 
+void open_results_file() {
+  if (no_results_file) return;
+  open_and_read_header();
+  define_title();
+  if (state.records == 0) stop_with_listing("%fat- File <vnxres> has no records");
+}
+
+void load_first_record() {
+  if (no_results_file) return;
+  clear_named_blocks();
+  plan_records(plan, header, state.first_record, state.records, true);
+  show_progress_of({"records", &state.loaded, state.records, &main_key_value(kTau)});
+  read_results_record();
+}
+
 int read_results_record() {
   if (no_results_file) return kNoMoreRecords;
   File& file = file_on(kResultsUnit);
-  if (!state.header_read) {
-    open_and_read_header();
-    define_title();
-    if (state.records == 0) stop_with_listing("%fat- File <vnxres> has no records");
-    clear_blocks();
-    plan_records(plan, header, file.position(), state.records, false);
-    show_progress_of({"records", &state.loaded, state.records, &main_key_value(kTau)});
-  }
   if (!file.is_open()) return kNoMoreRecords;
   if (state.loaded >= state.records) {
     note_cut_record(file);
@@ -112,10 +127,6 @@ int read_results_record() {
   }
   ++state.loaded;
   return kRecordLoaded;
-}
-
-void load_named_variables_only() {
-  if (state.header_read) plan_records(plan, header, plan.first_record, state.records, true);
 }
 
 int close_results_file() { return file_on(kResultsUnit).close(); }

@@ -87,6 +87,7 @@ HeaderStatus allocate(int number) {
 
 void reset_results_variables() {
   results_variables.count = 0;
+  results_variables.time_named = false;
   std::fill_n(results_variables.next_of_chain, kMaxEntries + 1, 0);
   slots.reset();
 }

@@ -21,6 +21,7 @@ struct ResultsVariable {
 struct ResultsVariables {
   ResultsVariable variable[kMaxEntries + 1];  // from 1, in the order in which they are formed
   int count;
+  bool time_named;                     // the program names TAU or writes it
   int next_of_chain[kMaxEntries + 1];  // by entry; 0 ends the chain
 };
 extern ResultsVariables results_variables;

@@ -1,4 +1,5 @@
-// A real without the letter of its exponent is converted in a second attempt:
+// Reals in plain form are taken straight from the line; the lexer, with all its checks, reads the
+// rest. A real without the letter of its exponent is converted in a second attempt:
 //   1.500000000+300 -> syntax error, no "E" -> 1.500000000E+300
 #include "service/text_reader.h"
 
@@ -7,12 +8,15 @@
 #include "driver/text.h"
 #include "driver/units.h"
 #include "lang/text/constants.h"
+#include "lang/text/plain_real.h"
 #include "stores/value_types.h"
 
 namespace zorvik {
 namespace {
 
 constexpr std::size_t kShortestItemLine = 3;  // its brackets and a character
+
+bool is_sign(char c) { return c == '+' || c == '-'; }
 
 }  // namespace
 
@@ -75,7 +79,29 @@ std::int32_t TextReader::integer(Sign sign) {
   return negative ? -value : value;
 }
 
+// Takes a real in plain form that the lexer would take as one lexeme; false, with nothing taken,
+// when anything else follows.
+bool TextReader::take_plain(Sign sign, double& value) {
+  if (peeked_) return false;
+  if (source_line.wants_line || source_line.position > source_line.length) {
+    source_line.wants_line = true;
+    if (read_source_line(unit_) == kEndOfText) return false;
+    go_back_to(1);
+  }
+  const char* const end = source_line.text + source_line.length;
+  const char* first = source_line.text + source_line.position - 1;
+  while (first < end && *first == ' ') ++first;
+  const char* const digits = first < end && is_sign(*first) ? first + 1 : first;
+  if (digits != first && *first == '-' && sign != Sign::kPlusOrMinus) return false;
+  const char* const stop = take_plain_real(digits, end, value);
+  if (stop == nullptr || stop - first > kMaxIdentifierLength) return false;
+  if (*first == '-') value = -value;
+  source_line.position = static_cast<int>(stop - source_line.text) + 1;
+  return true;
+}
+
 double TextReader::real(Sign sign) {
+  if (double value = 0.0; take_plain(sign, value)) return value;
   bool negative = false;
   const std::string_view text = number(sign, negative);
   if (lexeme_.view() == "UNDEF") return kUndefined;

@@ -46,6 +46,7 @@ class TextReader {
  private:
   std::string_view lexeme();
   std::string_view number(Sign sign, bool& negative);
+  bool take_plain(Sign sign, double& value);
   double repaired_real(std::string_view text);
   [[noreturn]] void stop_at_end();
 

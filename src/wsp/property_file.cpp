@@ -158,6 +158,7 @@ int load_property_tables(int unit, std::string_view name, int mode, double optio
     RecordReader reader(file, name);
     for (const RecordGroup& group : kRecordGroups) read_group(reader, group);
     file.close();
+    start_searches();
     reset_property_inquiry();
   }
   set_property_options(mode, option);

@@ -18,6 +18,18 @@ constexpr double kWidestTolerance = 50.0;
 
 }  // namespace
 
+void start_searches() {
+  PropertyTables& tables = property_tables;
+  const auto ascends = [](const double* values, int count) {
+    const auto falls = [](double low, double high) { return !(low <= high); };  // not a number too
+    return std::adjacent_find(values, values + count, falls) == values + count;
+  };
+  tables.ascending = ascends(tables.saturation, tables.header.n) &&
+                     ascends(tables.pressure, tables.header.np) &&
+                     ascends(tables.temperature, tables.header.nt);
+  tables.saturation_row = tables.pressure_row = tables.temperature_row = 1;
+}
+
 void set_property_options(int mode, double option) {
   PropertyTables& tables = property_tables;
   const int np = tables.header.np, nt = tables.header.nt;

@@ -62,6 +62,11 @@ struct PropertyTables {
   double pressure_limit;  // highest pressure and temperature accepted
   double temperature_limit;
   const int* patched;  // entry k - 1 not 0: property k comes from the patches
+
+  // The rows found last, at which the next search begins. A damaged table that does not ascend is
+  // always searched from its middle, so that a row never depends on the one before.
+  bool ascending;
+  int saturation_row, pressure_row, temperature_row;
 };
 extern PropertyTables property_tables;
 
@@ -103,6 +108,17 @@ int last_row(int first, int last, Predicate not_beyond) {
 inline int row_of(const double* values, int count, double x) {
   return last_row(1, count, [=](int row) { return values[row - 1] <= x; });
 }
+
+// The same, looking first at the row found last, `row`, which becomes the one found.
+inline int row_near(const double* values, int count, double x, int& row) {
+  const bool same =
+      property_tables.ascending && row < count && values[row - 1] <= x && x < values[row];
+  if (!same) row = row_of(values, count, x);
+  return row;
+}
+
+// Begins all searches anew in tables that have just been read.
+void start_searches();
 
 }  // namespace zorvik
 

@@ -112,8 +112,8 @@ constexpr int kMoreColumnsOfASide = 6;  // properties 10 to 15
 }  // namespace
 
 SaturationPlace saturation_at_pressure(double pressure) {
-  const PropertyTables& tables = property_tables;
-  const int row = row_of(tables.saturation, tables.header.n, pressure);
+  PropertyTables& tables = property_tables;
+  const int row = row_near(tables.saturation, tables.header.n, pressure, tables.saturation_row);
   return {row, pressure - saturation(kPressureColumn, row)};
 }
 

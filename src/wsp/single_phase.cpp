@@ -25,10 +25,20 @@ struct GridPlace {
   double fraction;
 };
 
-GridPlace place_in(const double* grid, int count, double x) {
-  const int row = row_of(grid, count, x);
+GridPlace place_in(const double* grid, int count, double x, int& last_row_found) {
+  const int row = row_near(grid, count, x, last_row_found);
   if (row == count) return {row, row, 0};
   return {row, row + 1, (x - grid[row - 1]) / (grid[row] - grid[row - 1])};
+}
+
+GridPlace place_of_pressure(double pressure) {
+  PropertyTables& tables = property_tables;
+  return place_in(tables.pressure, tables.header.np, pressure, tables.pressure_row);
+}
+
+GridPlace place_of_temperature(double temperature) {
+  PropertyTables& tables = property_tables;
+  return place_in(tables.temperature, tables.header.nt, temperature, tables.temperature_row);
 }
 
 struct Inquiry {
@@ -56,7 +66,7 @@ struct StateFound {
 class GridColumn {
  public:
   GridColumn(PhaseTable table, int property, double pressure)
-      : place_(place_in(property_tables.pressure, property_tables.header.np, pressure)) {
+      : place_(place_of_pressure(pressure)) {
     const PropertyTables& tables = property_tables;
     const double* const grid = table == PhaseTable::kWater ? tables.water_grid : tables.steam_grid;
     block_ = grid + (kBlocks[property] - 1) * tables.header.nt * tables.header.np;
@@ -236,8 +246,7 @@ int NWS2P1(int phase, std::string_view kind, double pressure, double second, int
   double* const property = properties.value;
   property[kPressureProperty] = pressure;
   property[kTemperatureProperty] = found.temperature;
-  const GridPlace temperature =
-      place_in(property_tables.temperature, property_tables.header.nt, found.temperature);
+  const GridPlace temperature = place_of_temperature(found.temperature);
   const int last = std::min(highest, kPropertyCount);
   for (int k = std::max(lowest, kTemperatureProperty + 1); k <= last; ++k) {
     property[k] = property_at(inquiry, found, k, temperature);

@@ -67,6 +67,7 @@ Found find_main_key(const Lexeme& name, bool target, const NameScope& scope, Ite
   if (target && !key.assignable) {
     return report(message("%err- Key ", key.name, kLeftSide), scope);
   }
+  if (number == kTau) results_variables.time_named = true;
   item = make_variable(number, kResultsStore, 0, key.base_type, target);
   return Found::kYes;
 }

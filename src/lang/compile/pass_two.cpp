@@ -186,7 +186,7 @@ void u91ps2(int unit) {
   restart_text(unit);
   reset_tables();
   rewind_scratch_file();
-  read_results_record();
+  open_results_file();
   Compilation compilation{unit, Context::kMain, {1, 0}, false};
   open_procedure(compilation, kMainProcedure, Context::kMain);
   const Position main_end = compile_body(compilation, kMainProcedure);

@@ -36,7 +36,7 @@ void report_space_usage(int unit) {
   if (error_count > 0) {
     stop_with_notice();
   }
-  load_named_variables_only();
+  load_first_record();
   if (const int status = file_on(unit).close(); status != 0) {
     stop_with_listing("%fat- Close error. File <zrvdat>", kNoLine, status);
   }

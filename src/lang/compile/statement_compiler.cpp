@@ -6,6 +6,7 @@
 #include "lang/code/jump_table.h"
 #include "lang/compile/expression_compiler.h"
 #include "lang/text/statement_recovery.h"
+#include "results/results_variables.h"
 
 namespace zorvik {
 namespace {
@@ -90,7 +91,10 @@ void compile_assignment(Compilation& compilation, const Lexeme& head) {
 
 void compile_output_statement(Compilation& compilation, const Lexeme& head) {
   const LabelsOff labels_off;
-  append_head(compilation, output_code(compilation, head));
+  const StatementCode code = output_code(compilation, head);
+  const bool writes_time = code == kCodeWrite && compilation.context == Context::kOutput;
+  if (writes_time) results_variables.time_named = true;
+  append_head(compilation, code);
   if (!compile_list(compilation)) {
     issue_message(listing_unit, "%err- Errors in PRINT or WRITE expression", kNoIoStatus,
                   compilation.scope.line);
