@@ -9,6 +9,7 @@
 #include <cctype>
 #include <filesystem>
 #include <iostream>
+#include <regex>
 #include <set>
 
 #include "documents/page.h"
@@ -36,69 +37,24 @@ std::vector<std::string> files_below(const std::string& directory,
 
 // ---- The literals of the sources ----
 
-class Scanner {
- public:
-  explicit Scanner(std::string text) : text_(std::move(text)) {}
-
-  // The next string or character literal, neighbours put together; false at the end.
-  bool next(std::string& literal) {
-    while (skip_to_literal()) {
-      literal.clear();
-      do {
-        take(literal);
-        skip_blanks();
-      } while (at_ < text_.size() && text_[at_] == '"');
-      return true;
+// String and character literals, neighbours put together.
+std::vector<std::string> literals_of(const std::string& text) {
+  static const std::regex kToken(R"(//[^\n]*|"(?:[^"\\\n]|\\.)*"|'(?:[^'\\\n]|\\.)+'|[^\s"'/]+|/)");
+  std::vector<std::string> literals;
+  bool goes_on = false;
+  for (std::sregex_iterator token(text.begin(), text.end(), kToken), end; token != end; ++token) {
+    const std::string found = token->str();
+    if (found.starts_with("//")) continue;
+    const bool literal = found[0] == '"' || found[0] == '\'';
+    if (literal && !goes_on) literals.emplace_back();
+    for (std::size_t k = 1; literal && k + 1 < found.size(); ++k) {
+      if (found[k] == '\\') ++k;
+      literals.back() += found[k];
     }
-    return false;
+    goes_on = literal && found[0] == '"';
   }
-
- private:
-  bool looking_at(std::string_view what) const {
-    return text_.compare(at_, what.size(), what) == 0;
-  }
-
-  void skip_past(std::string_view what) {
-    const auto end = text_.find(what, at_);
-    at_ = end == std::string::npos ? text_.size() : end + what.size();
-  }
-
-  bool skip_comment() {
-    const bool line = looking_at("//") || looking_at("#include");
-    if (!line && !looking_at("/*")) return false;
-    skip_past(line ? "\n" : "*/");
-    return true;
-  }
-
-  void skip_blanks() {
-    while (at_ < text_.size() && (std::isspace(static_cast<unsigned char>(text_[at_])) != 0)) ++at_;
-    if (at_ < text_.size() && skip_comment()) skip_blanks();
-  }
-
-  bool skip_to_literal() {
-    for (; at_ < text_.size(); ++at_) {
-      while (at_ < text_.size() && skip_comment()) {
-      }
-      if (at_ >= text_.size() || text_[at_] == '"') break;
-      const bool separates_digits =
-          at_ > 0 && std::isalnum(static_cast<unsigned char>(text_[at_ - 1])) != 0;
-      if (text_[at_] == '\'' && !separates_digits) break;
-    }
-    return at_ < text_.size();
-  }
-
-  void take(std::string& literal) {
-    const char quote = text_[at_++];
-    for (; at_ < text_.size() && text_[at_] != quote; ++at_) {
-      if (text_[at_] == '\\') ++at_;
-      literal += text_[at_];
-    }
-    ++at_;
-  }
-
-  std::string text_;
-  std::size_t at_ = 0;
-};
+  return literals;
+}
 
 // In the texts about water and steam "$" and a letter stand for a value.
 std::string with_arguments(const std::string& literal) {
@@ -220,8 +176,7 @@ int main(int argc, char** argv) {
   std::set<std::string> messages;
   Pieces pieces;
   for (const std::string& file : files_below(argv[1], {".cpp", ".h"})) {
-    Scanner scanner(content_of(file));
-    for (std::string literal; scanner.next(literal);) {
+    for (const std::string& literal : literals_of(content_of(file))) {
       const std::string text = with_arguments(literal);
       if (is_message(text)) messages.insert(text);
       for (const std::string& piece : fixed_pieces(text)) {
