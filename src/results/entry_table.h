@@ -18,7 +18,8 @@ struct Entry {
   char name[kEntryNameWidth];  // with its shape text, blank-padded
   std::uint8_t full_length, base_length;
   std::int32_t lo1, hi1, lo2, hi2;
-  std::int32_t form;   // 1000 * first extent of the variable + type digit
+  std::int32_t form;   // 1000 * first extent of the variable + type digit (0 and 3 integer, 1 real,
+                       // 4 pointer)
   std::int64_t start;  // the entry's first value in a record, from 1
 
   std::string_view full_name() const { return {name, full_length}; }  // without trailing blanks

@@ -11,6 +11,7 @@ namespace {
 
 static_assert(std::endian::native == std::endian::little, "files are little-endian byte streams");
 
+// One entry less than the table holds: the catalogue has to leave the next free place inside it.
 constexpr int kCatalogueCapacity = kMaxEntries - 1;
 
 // Entries of DT and of the lists before `kind`.

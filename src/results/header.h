@@ -90,6 +90,10 @@ struct HeaderItems {
   int count;   // integers, names, or characters of the title
   std::size_t bytes() const;
 };
+//
+// Asking for an element list also gives it its place: it begins behind the list before it, and
+// `list_start` of this list and the next are set. So the lists are asked for in their order; in a
+// header that is read whole each has been.
 HeaderItems items_of(ResultsHeader& header, HeaderGroup group);
 
 enum class HeaderStatus {
@@ -101,13 +105,16 @@ enum class HeaderStatus {
   kCatalogueFull,  // the catalogue alone passes the table of entries
 };
 
-// Judges what the groups up to `group` say, before anything that follows is sized by it.
+// Judges what the groups up to `group` say, before anything that follows is sized by it: kOk,
+// kInvalid, kTooLarge or kCatalogueFull.
 HeaderStatus check_group(const ResultsHeader& header, HeaderGroup group);
 
-// Entries of the whole catalogue.
+// Entries of the whole catalogue, DT included; 0 without one.
 std::int64_t catalogue_entries(const ResultsHeader& header);
 
-// Reads and checks the next group, or the whole header, at the file's position.
+// Reads and checks the next group, or the whole header, at the file's position; at kOk the file
+// stands behind it, behind the whole header at the first record. At kReadError file.io_status()
+// tells why.
 HeaderStatus read_group(File& file, ResultsHeader& header, HeaderGroup group);
 HeaderStatus read_header(File& file, ResultsHeader& header);
 

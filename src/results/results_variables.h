@@ -32,9 +32,9 @@ void reset_results_variables();
 // variable's block, kTooLarge when values or descriptors do not fit into the store.
 HeaderStatus form_results_variables();
 
-std::string_view name_of(const ResultsVariable& variable);
+std::string_view name_of(const ResultsVariable& variable);  // without trailing blanks
 
-// The number of the variable of that name, or 0.
+// The number (from 1) of the variable of just that name, blanks behind it or not; or 0.
 int find_results_variable(std::string_view name);
 
 // The number of the variable whose descriptor it is, or 0 for a key's.

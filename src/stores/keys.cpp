@@ -13,6 +13,7 @@
 namespace zorvik {
 namespace {
 
+// Column 12, "+" for TAU, tells nothing that a check asks for.
 constexpr Key make_key(std::string_view entry, double default_value) {
   return {entry.substr(0, entry.find(' ')),    entry[10] == '+', entry[12] == '+',
           entry[15] == 'R' ? kReal : kInteger, entry[16] == 'D', default_value};

@@ -30,9 +30,9 @@ struct Key {
   double default_value;
 };
 
-const Key& key_of(int number);
+const Key& key_of(int number);  // 1 .. kLastOutputKey
 
-// The number of the key of that name among `first` .. `last`, or 0.
+// The number of the key of just that name, blanks behind it or not, among `first` .. `last`, or 0.
 int find_key(std::string_view name, int first, int last);
 
 // The value of a key of MAIN.

@@ -37,13 +37,13 @@ extern NotkeyStore notkeys;
 
 void reset_notkeys();
 
-std::string_view notkey_name(int number);
+std::string_view notkey_name(int number);  // without trailing blanks
 
-// The number of the notkey of that name, or 0.
+// The number (from 1) of the notkey of just that name, blanks behind it or not, or 0.
 int find_notkey(std::string_view name);
 
-// Enters a new name and returns its number; the 301st ends the run with "%fat- Number of notkeys >
-// 300".
+// Enters a new name, cut to 20 characters, and returns its number; the 301st, of line `line`, ends
+// the run with "%fat- Number of notkeys > 300".
 int enter_notkey(std::string_view name, int line);
 
 // Makes the notkey a defined variable and gives it its place: d1 * d2 positions of the store, or d1

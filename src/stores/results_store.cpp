@@ -1,3 +1,5 @@
+// Descriptors 1 to 3 and positions 1 to 3 are those of MAIN's keys, so that key k has descriptor k.
+// Position 4 has no descriptor: the next free descriptor is one less than the next free position.
 #include "stores/results_store.h"
 
 #include "stores/value_types.h"

@@ -16,7 +16,8 @@ constexpr int kRandomStatePosition = 4;
 constexpr int kFirstFreeValue = 5;
 constexpr int kFirstFreeDescriptor = 4;
 
-// The copies of an OUTPUT's keys are checked for three places and take four.
+// An OUTPUT's copies of its three keys need room for three, but take four places: the last OUTPUT
+// that fits may pass the end by one.
 constexpr int kKeyCopySlack = 4;
 
 struct ResultsStore {

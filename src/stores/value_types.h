@@ -34,7 +34,7 @@ struct Descriptor {
   int d1, d2;
 };
 
-// The stores that a variable may live in.
+// The stores that a variable may live in; compiled code holds these numbers.
 enum StoreNumber : int { kResultsStore = 1, kNotkeyStore = 2, kConstantStore = 3 };
 
 }  // namespace zorvik

@@ -1,3 +1,6 @@
+// One lexeme decides what a statement is, and the statement's handler reads on from there. A
+// handler that finds an error has recovered when it returns, so that the loop always stands at the
+// beginning of a statement.
 #include "lang/check/pass_one.h"
 
 #include "driver/messages.h"

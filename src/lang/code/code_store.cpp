@@ -1,3 +1,6 @@
+// Words are appended one by one and the room is checked for each, so that the message names the
+// line of the statement that does not fit. An expression of n items is laid down list by list:
+//   n | n first words | n second words | n kind words
 #include "lang/code/code_store.h"
 
 #include "driver/messages.h"

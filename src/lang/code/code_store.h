@@ -73,7 +73,8 @@ extern CodeStore code_store;
 
 void reset_code_store();
 
-// Append; what they would pass the end of the store with ends the run with `full` and the line.
+// Each appends at the next free position, append_code_word returning it. What does not fit ends the
+// run with `full` and the line of its statement.
 inline constexpr std::string_view kProceduresFull = "%fat- Space for procedures is full";
 inline constexpr std::string_view kBlocksFull =
     "%fat- Space for OUTPUTs or BEGIN...END block is full";

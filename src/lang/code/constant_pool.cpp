@@ -1,3 +1,6 @@
+// The directory has one entry a constant and constants have odd numbers: constant n is entry
+// (n + 1) / 2. A text goes behind the one before it, without an end mark; its length is in its
+// entry.
 #include "lang/code/constant_pool.h"
 
 #include <algorithm>

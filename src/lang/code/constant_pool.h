@@ -31,6 +31,7 @@ void reset_constants();
 int add_number_constant(double value);
 int add_text_constant(std::string_view text);
 
+// By the number of a constant that was added; a number's value, or a text without an end mark.
 inline const ConstantEntry& constant_entry(int number) {
   return constant_pool.entry[(number + 1) / 2];
 }

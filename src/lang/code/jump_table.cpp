@@ -1,3 +1,6 @@
+// A jump is compiled as a word that waits: 0 in the code store, and a note of the place in the text
+// that it is to lead to. At the procedure's END each note is looked up among the places met:
+//   GOTO L -> label L    THEN, ELSE -> ELSE or ENDIF    DO -> ENDDO    ENDDO -> behind the DO
 #include "lang/code/jump_table.h"
 
 #include "driver/messages.h"

@@ -15,13 +15,17 @@ enum class JumpTarget { kLabel, kIfPart, kDo, kEnddo };  // kIfPart: an ELSE or 
 // Forgets everything: a new procedure begins.
 void reset_jumps();
 
-// Something at this place of the text stands, or goes on, at `code_position`.
+// What stands at `position` of the text (a label, or the keyword ELSE, ENDIF, DO or ENDDO) is
+// reached in the code at `code_position` (from 1): for a label the statement behind it, for a DO
+// the first one of its body, else the head word. Places of one kind come in the order of the text.
+// More than a procedure may have, which pass 1 has refused: "%dbg- IU96BS", and the run ends.
 void record_position(JumpTarget kind, Position position, int code_position);
 
-// The word at `code_position` shall become the code position of what stands at `target`.
+// The word at `code_position` shall become the code position of what stands at `target` of the
+// text. The same limit and message.
 void record_jump(JumpTarget kind, Position target, int code_position);
 
-// Fills in the words that wait. "%dbg- IU96BS" when a target is missing.
+// Fills in the words that wait. "%dbg- IU96BS", and the run ends, when a target is missing.
 void resolve_jumps_of_procedure();
 
 // Replaces every reference to a key of a named OUTPUT by the descriptor of that OUTPUT's copy of

@@ -1,3 +1,5 @@
+// Names are few and short, and each is looked up while a program is compiled only: they are
+// compared one after the other.
 #include "lang/code/procedure_table.h"
 
 #include "driver/text.h"

@@ -51,7 +51,7 @@ std::string_view procedure_name(int number);  // without trailing blanks
 int find_procedure(std::string_view name);
 int find_output(std::string_view name);
 
-// Append; the caller has checked the capacity.
+// Append, a longer name being cut; the caller has checked the capacity (kMaxOutputs, kMaxOuts).
 void add_procedure(std::string_view name, Position head);
 void add_out(std::string_view target);
 

@@ -1,3 +1,5 @@
+// The reader turns the text into items; here is what an operand becomes: a constant the number that
+// its pool gives it, a name what the lookup finds.
 #include "lang/compile/expression_compiler.h"
 
 #include <string>

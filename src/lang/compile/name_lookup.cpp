@@ -1,3 +1,6 @@
+// The families are asked one after the other; the first that knows the name, or refuses it,
+// decides. So a results variable hides a key of the same name, and any of them a variable of the
+// user.
 #include "lang/compile/name_lookup.h"
 
 #include "driver/messages.h"

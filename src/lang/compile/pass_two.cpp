@@ -1,3 +1,7 @@
+// The text is read in its own order, MAIN up to its END. The block stands inside MAIN's text: MAIN
+// passes over it, and when MAIN is complete the text is positioned back to BEGIN and then forward
+// again. So procedures are compiled in the order of their numbers, which is that of the scratch
+// file.
 #include "lang/compile/pass_two.h"
 
 #include <algorithm>
@@ -35,6 +39,8 @@ void reset_tables() {
   reset_notkeys();
   reset_results_store();
   if (no_results_file) main_key_value(kTau) = 0.0;
+  // The seed of random numbers: the same in every run of a program, another one after a change of
+  // its calls.
   results_store.value[kRandomStatePosition] = procedure_table.out_count;
 }
 
@@ -136,6 +142,8 @@ void make_key_copies(Compilation& compilation, int procedure) {
   if (store.next_descriptor + kOutputKeyCount > kDescriptorCapacity + 1) {
     stop_with_listing("%fat- Space (descriptors) for keys is full");
   }
+  // TURN_ON, DT_OUT, FIRST and a spare place. An OUTPUT starts switched on and with its first call
+  // ahead of it; the key table's defaults, FIRST 0 among them, are not for these copies.
   constexpr double kStartValues[kKeyCopySlack] = {1.0, 0.0, 1.0, 0.0};
   std::copy_n(kStartValues, kKeyCopySlack, store.value + store.next_value);
   for (int k = 0; k < kOutputKeyCount; ++k) {

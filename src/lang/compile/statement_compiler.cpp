@@ -1,3 +1,6 @@
+// A statement is its head word and its operands, laid down while its lexemes are read; jump targets
+// stay 0 and wait in the jump table. IF X > 1 THEN Y = 2; ENDIF in line 5 becomes
+//   -100005 | X 1 > | -200005 | target: the ENDIF | -2000005 | Y | 2 | -400005 | 0
 #include "lang/compile/statement_compiler.h"
 
 #include "driver/messages.h"
@@ -28,7 +31,7 @@ ExpressionEnd compile(Compilation& compilation, ExpressionMode mode, Lexeme& lex
       compile_expression(compilation.unit, mode, lexeme, compilation.scope, items);
   if (end == ExpressionEnd::kFailed) {
     compilation.failed = true;
-    count_written_error();
+    count_written_error();  // the operand's error stands counted; this one is the statement's
     recover_from(compilation.unit, lexeme);
   } else {
     append_expression(items, compilation.scope.line, full);
@@ -54,7 +57,7 @@ bool compile_target(Compilation& compilation, Lexeme name,
     return false;
   }
   Lexeme sign;
-  next_lexeme(compilation.unit, sign);
+  next_lexeme(compilation.unit, sign);  // "="
   return true;
 }
 

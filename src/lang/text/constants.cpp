@@ -11,7 +11,7 @@
 namespace zorvik {
 namespace {
 
-constexpr int kOverflowGuard = 214748365;
+constexpr int kOverflowGuard = 214748365;  // ten times as much passes kMaxInteger
 
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 

@@ -85,6 +85,7 @@ void skip_rest(int unit) {
 LexStatus invalid_character(int unit, Lexeme& lexeme, char c) {
   lexeme.column = source_line.position - 1;
   skip_rest(unit);
+  // Two blanks before "Code": one ends the piece with the character, one begins the next.
   return error(lexeme, message("%err- Invalid character \"", c,
                                "\"  Code = ", static_cast<int>(static_cast<unsigned char>(c))));
 }
@@ -124,14 +125,14 @@ LexStatus character_constant(int unit, Lexeme& lexeme) {
     }
     lexeme.text[lexeme.length++] = c;
   }
-  if (lexeme.length == 0) lexeme.text[lexeme.length++] = ' ';
+  if (lexeme.length == 0) lexeme.text[lexeme.length++] = ' ';  // '' is a text of one blank
   return LexStatus::kLexeme;
 }
 
 LexStatus operator_lexeme(int unit, Lexeme& lexeme, char first) {
   lexeme.code = operator_code(first);
   lexeme.text[lexeme.length++] = first;
-  if (lexeme.code > kAssign) return LexStatus::kLexeme;
+  if (lexeme.code > kAssign) return LexStatus::kLexeme;  // begins no pair
   char second;
   if (next_source_char(unit, second) != 0) return LexStatus::kLexeme;
   switch (class_of(second)) {
