@@ -1,6 +1,7 @@
 // A case file is cut into sections first: a heading, split into words, and the lines under it.
 #include "runner/case_file.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -16,6 +17,7 @@ namespace {
 
 struct Section {
   std::string where;  // in which file, on which line
+  std::string title;  // the heading
   std::vector<std::string> heading;
   std::vector<std::string> lines;
 
@@ -44,6 +46,23 @@ std::string with_counter(std::string text, int i) {
     std::snprintf(number, sizeof number, "%0*d", width, i + offset);
     text.replace(at, static_cast<std::size_t>(rest + 1 - (text.c_str() + at)), number);
   }
+  return text;
+}
+
+std::vector<std::string> parts_of(const std::string& text, const std::string& separator) {
+  std::vector<std::string> parts;
+  std::size_t begin = 0;
+  for (std::size_t end; (end = text.find(separator, begin)) != std::string::npos;) {
+    parts.push_back(text.substr(begin, end - begin));
+    begin = end + separator.size();
+  }
+  parts.push_back(text.substr(begin));
+  return parts;
+}
+
+std::string joined(const std::vector<std::string>& parts, const std::string& separator) {
+  std::string text;
+  for (const std::string& part : parts) text += (&part == parts.data() ? "" : separator) + part;
   return text;
 }
 
@@ -108,25 +127,95 @@ void add_stop(Case& c, const std::string& listing, bool whole) {
   c.expectations.push_back({"zrvlis", whole ? Match::kWhole : Match::kContains, false, listing});
 }
 
-// One case for each line of the section that does not begin with a blank: it stands for the "@" of
-// the last case's program, and the lines behind it are what the listing contains.
-void add_stops_for_each(const Section& section, std::vector<Case>& cases) {
-  const Case pattern = cases.back();
-  cases.pop_back();
-  const std::string& program = pattern.inputs.at("zrvdat");
+// The lines of a row, which stand between "\\"s in it, repeated ones told as in a section.
+std::vector<std::string> lines_of_row(const std::string& row) {
+  std::vector<std::string> lines;
+  for (const std::string& line : parts_of(row, " \\ ")) append_expanded(lines, line);
+  return lines;
+}
+
+// The arrow that comes first in the row.
+std::string arrow_of(const std::string& row) {
+  std::size_t first = std::string::npos;
+  for (const char* arrow : {" -> ", " >> ", " !> "}) first = std::min(first, row.find(arrow));
+  return first == std::string::npos ? "" : row.substr(first, 4);
+}
+
+// Takes the "`"s out of the text and returns the pointer line of each, the text's first line
+// beginning at column `begin` of its line.
+std::vector<std::string> take_pointers(std::string& text, std::size_t begin) {
+  std::vector<std::string> pointers;
+  for (std::size_t at; (at = text.find('`')) != std::string::npos;) {
+    text.erase(at, 1);
+    const std::size_t line = text.rfind('\n', at);
+    const std::size_t column = line == std::string::npos ? begin + at : at - line - 1;
+    pointers.push_back("%_____" + std::string(column, '_') + '^');
+  }
+  return pointers;
+}
+
+// Puts a row's text where it belongs: a file's place, what it changes there, or the program's "@".
+std::vector<std::string> place_row(const Section& section, const std::string& row, Case& c) {
+  const std::string kind = section.word(0), name = section.word(1);
+  if (kind == "change") {
+    const std::vector<std::string> parts = parts_of(row, " => ");
+    std::string& content = c.inputs.at(name);
+    const std::string from = joined(lines_of_row(parts.at(0)), "\n");
+    const std::size_t at = content.find(from);
+    if (at == std::string::npos) reject(section.where, "not in the file: " + from);
+    content.replace(at, from.size(), joined(lines_of_row(parts.at(1)), "\n"));
+    return {};
+  }
+  if (!name.empty() && name != "before" && name != "then") {
+    c.inputs[name] = bytes_of({section.where, {}, {}, lines_of_row(row)});
+    return {};
+  }
+  std::string& program = c.inputs.at("zrvdat");
   const std::size_t at = program.find('@');
   if (at == std::string::npos) reject(section.where, "no @ in the program");
+  std::string text = joined(lines_of_row(row), "\n");
+  const auto pointers = take_pointers(text, at - (program.rfind('\n', at) + 1));
+  program.replace(at, 1, text);
+  return pointers;
+}
+
+// One case for each line of the section that does not begin with a blank; see case_file.h.
+void add_rows(const Section& section, std::vector<Case>& cases) {
+  const Case pattern = cases.back();
+  cases.pop_back();
+  const auto words_behind = [&](const std::string& word) {
+    const std::size_t at = section.title.find(' ' + word + ' ');
+    return at == std::string::npos ? "" : section.title.substr(at + word.size() + 2);
+  };
+  const std::string before = parts_of(words_behind("before"), " then ")[0];
+  const std::string then = words_behind("then");
   for (std::size_t k = 0; k < section.lines.size();) {
     Case c = pattern;
-    const std::string& statement = section.lines[k++];
-    c.rule += ": " + statement;
-    c.inputs["zrvdat"] = std::string(program).replace(at, 1, statement);
-    std::string listing;
+    std::string line = section.lines[k++];
+    if (line.ends_with(" ->") || line.ends_with(" !>")) line += ' ';  // all is said elsewhere
+    const std::string arrow = arrow_of(line);
+    if (arrow.empty()) reject(section.where, "no arrow: " + line);
+    std::vector<std::string> said = parts_of(line, arrow);
+    c.rule += ": " + said[0];
+    const auto pointers = place_row(section, said[0], c);
+    said.erase(said.begin());
+    if (said[0].empty()) said.clear();
     for (; k < section.lines.size() && section.lines[k].starts_with(' '); ++k) {
-      listing += section.lines[k] + '\n';
+      said.push_back(section.lines[k].substr(1));
     }
-    if (listing.empty()) reject(section.where, "nothing expected of " + statement);
-    add_stop(c, listing, false);
+    if (said.size() < pointers.size()) reject(section.where, "a pointer without an error: " + line);
+    for (std::size_t p = 0; p < pointers.size(); ++p) {
+      said.insert(said.begin() + static_cast<std::ptrdiff_t>(2 * p), pointers[p]);
+    }
+    if (!before.empty()) said.insert(said.begin() + !pointers.empty(), before);
+    if (!then.empty()) said.push_back(then);
+    const std::string text = ' ' + joined(said, "\n ") + '\n';
+    if (arrow == " -> ") {
+      add_stop(c, text, false);
+    } else {
+      c.status = arrow == " !> " ? 1 : 0;
+      c.expectations.push_back({"console", Match::kWhole, false, text});
+    }
     cases.push_back(c);
   }
 }
@@ -178,8 +267,9 @@ void close_section(Section& section, std::vector<Case>& cases, Case& common,
                    const std::string& repository) {
   if (section.heading.empty()) return;
   while (!section.lines.empty() && section.lines.back().empty()) section.lines.pop_back();
-  if (section.word(0) == "each" && !cases.empty()) {
-    add_stops_for_each(section, cases);
+  const bool rows = section.word(0) == "each" || section.word(0) == "change";
+  if (rows && !cases.empty()) {
+    add_rows(section, cases);
   } else {
     add_section(section, cases.empty() ? common : cases.back(), repository);
   }
@@ -211,7 +301,8 @@ std::vector<Case> read_case_file(const std::string& path, const std::string& rep
       cases.back().rule = line.substr(4);
       cases.back().line = line_number;
     } else if (line.starts_with("--- ")) {
-      section = {path + ':' + std::to_string(line_number), words_of(line.substr(4)), {}};
+      section = {
+          path + ':' + std::to_string(line_number), line.substr(4), words_of(line.substr(4)), {}};
     } else if (!section.heading.empty()) {
       append_expanded(section.lines, line);
     }

@@ -12,9 +12,9 @@
 //   --- stops                      the run ends with status 1 and "Errors detected. See listing"
 //                                  alone on the console; the listing contains these lines, or,
 //                                  with `stops whole`, is these lines
-//   --- each                       last section of a case whose program holds an "@": one case for
-//                                  each line that begins with no blank, which stands for the "@";
-//                                  it stops, and the listing contains the lines behind it
+//   --- each                       last section of a case: one case for each of its rows (below)
+//   --- each vnxres                each row is that input file, as commented binary text
+//   --- change NAME                each row `OLD => NEW` is changed in that input file
 //   --- file NAME binary           the bytes, as commented binary text; or: sample [FILE]; or: any
 //   --- absent NAME                a file that must not exist
 //   --- status 1                   the exit status; without it, 0
@@ -24,6 +24,13 @@
 //   --- room 2000                  no file may grow beyond so many bytes: a full disk
 //   --- sweep NAME                 besides, every shorter NAME must give a defined end
 //   --- sweep NAME ints N          besides, so must hostile values in its first N integers
+//
+// A row begins with no blank. What stands before its arrow takes the place of the program's "@"; " \ "
+// in it ends a line. `-> TEXT` stops like "stops", the listing containing TEXT; `>> TEXT` is what the
+// console holds at a normal end; `!> TEXT` is what it holds at the end of status 1. TEXT begins with a
+// blank of its own; more lines follow behind further arrows or, with their blank, under the row. A "`"
+// in the program stands for nothing: there the pointer points of the error that is said next. In the
+// heading `before TEXT` and then `then TEXT` are lines before and behind those of every row.
 //
 // Sections before the first "===" hold for every case of the file, which may give its own program,
 // input or status instead; text before them is a comment. Empty lines at a section's end do not

@@ -92,15 +92,32 @@ TEST_F(ResultsFiles, NumbersFillLinesAndBlocks) {
                                    lines));
   remove("restxt");
 
-  file = extended();  // two blocks of 20000 and one of 2
-  file.catalogue->blocks = 2;
-  file.records.resize(1);
-  file.records[0].insert(file.records[0].begin(), 40000, 1.0);
+  for (const int rest : {2, 0}) {  // two blocks of 20000, and then 2 values or none
+    file = extended();
+    file.title.assign(98, 't');
+    file.catalogue->blocks = 2;
+    file.catalogue->rest = rest;
+    file.records.resize(1);
+    file.records[0].insert(file.records[0].begin(), 39998u + static_cast<unsigned>(rest), 1.0);
+    put("vnxres", sample::results_file_bytes(file));
+    EXPECT_EQ(scmd2("TO_TEXT RESULTS").status, 0);
+    remove("vnxres");
+    EXPECT_EQ(scmd2("FROM_TEXT RESULTS").status, 0);
+    EXPECT_EQ(get("vnxres"), sample::results_file_bytes(file));
+    remove("restxt");
+  }
+}
+
+TEST_F(ResultsFiles, ATitleOf100IsWrittenAsTextButOnly98ComeBack) {
+  ResultsFile file = kStandard;
+  file.title.assign(100, 't');
   put("vnxres", sample::results_file_bytes(file));
   EXPECT_EQ(scmd2("TO_TEXT RESULTS").status, 0);
   remove("vnxres");
-  EXPECT_EQ(scmd2("FROM_TEXT RESULTS").status, 0);
-  EXPECT_EQ(get("vnxres"), sample::results_file_bytes(file));
+  expect_refusal(
+      scmd2("FROM_TEXT RESULTS"),
+      line(message("%fat- File <restxt>. Invalid string [", std::string(99, 't'), " Line 7")) +
+          line("      Utility can not exec. command \"FROM_TEXT RESULTS\". Function SCMD2"));
 }
 
 TEST_F(ResultsFiles, CutsAreRefusedAsTextAndRepaired) {
@@ -269,41 +286,25 @@ TEST_F(ResultsFiles, ARunCutInTwoIsJoinedAgain) {
   }
 }
 
-TEST_F(ResultsFiles, JoiningCommandsAreRefused) {
-  put("a", sample::results_file_bytes(at_times({0})));
-  put("b", sample::results_file_bytes(at_times({1})));
-  const struct {
-    const char* command;
-    double mode;
-    const char* message;
-  } kCases[] = {
-      {"=", 1, "%fat- 1st argument of SCMD2 is not completed"},  // the 1st name is the operator
-      {"c=a+", 1, "%fat- 1st argument of SCMD2 is not completed"},
-      {"c=#+b", 1, "%fat- 1st argument of SCMD2 is not completed"},
-      {"'c'=a+b", 1, "%fat- 1st file name in SCMD2 is in quotes"},
-      {"c=a:+b", 1, "%fat- Invalid 2nd file name in SCMD2"},
-      {"c==a+b", 1, "%fat- See 1st arg. of SCMD2. 2nd word is not\"=\""},
-      {"c=a-b", 1, "%fat- See 1st arg. of SCMD2. 4th word is not\"+\""},
-      {"c=a+b+d", 1, "%fat- See 1st arg. of SCMD2. Extra char-s after b"},
-      {"c=a+b", 3, "%fat- See 1st arg. of SCMD2. 1st arg < 0 or > 2"},
-      {"c=a+b", 0, "%fat- See 2nd arg. of SCMD2. 1st file name <> 2nd file name"},
-      {"a=a+b", 1, "%fat- See 2nd arg. of SCMD2. 1st file name = 2nd file name"},
-      {"a=b+a", 1, "%fat- See 1st arg. of SCMD2. 1st file name = 3rd file name"},
-      {"c=a+a", 2, "%fat- See 1st arg. of SCMD2. 2nd file name = 3rd file name"},
-      {"b=a+d", 1, "%fat- SCMD2: file b exists"},
-      {"c=A+b", 1, "%fat- SCMD2: file A does not exist"},
-      {"c=a+zrvlis", 1, "%fat- SCMD2: file zrvlis already opened"},
-  };
-  for (const auto& c : kCases) {
-    SCOPED_TRACE(c.command);
-    expect_refusal(scmd2(c.command, {c.mode}), line(c.message));
-    EXPECT_FALSE(exists("c"));
-  }
-}
-
 TEST_F(ResultsFiles, FilesThatDifferAreNotJoined) {
-  const ResultsFile base = extended();
+  ResultsFile base = extended();
+  base.catalogue =
+      Catalogue{{{7, 0}}, {{7, 0}}, {{7, 0}}, {{7, 0}}, {{7, 0}}, {{7, 0}}, {{7, 0}}, 1, 0, 2};
   put("a", sample::results_file_bytes(base));
+  const std::pair<std::vector<sample::Element> Catalogue::*, const char*> kKinds[] = {
+      {&Catalogue::ch, "CH"},      {&Catalogue::hcs, "HCS"},     {&Catalogue::col, "COL"},
+      {&Catalogue::sch, "SCH"},    {&Catalogue::slves, "SLVES"}, {&Catalogue::tank, "TANK"},
+      {&Catalogue::accum, "ACCUM"}};
+  for (const auto& [list, name] : kKinds) {
+    for (std::int32_t sample::Element::*field :
+         {&sample::Element::number, &sample::Element::cells}) {
+      ResultsFile file = base;
+      ((*file.catalogue).*list)[0].*field += 1;
+      put("b", sample::results_file_bytes(file));
+      expect_refusal(scmd2("c=a+b", {1}),
+                     line(message("%fat- Mandatory ", name, "-s in a and b are different")));
+    }
+  }
   const auto changed = [&](auto change) {
     ResultsFile file = base;
     change(file);
@@ -311,7 +312,7 @@ TEST_F(ResultsFiles, FilesThatDifferAreNotJoined) {
   };
   const std::string wrong_link = [&] {
     std::string bytes = sample::results_file_bytes(base);
-    bytes[16 + 32 + 56 + 8] = 1;
+    bytes[16 + 32 + 56 + 8] = 1;  // behind the catalogue
     return bytes;
   }();
   const struct {
@@ -324,8 +325,6 @@ TEST_F(ResultsFiles, FilesThatDifferAreNotJoined) {
          f.catalogue->sch.push_back({8, 0});
        }),
        line("%fat- Mandatory elem-s in a and b are different")},
-      {changed([](ResultsFile& f) { f.catalogue->sch[0].number = 8; }),
-       line("%fat- Mandatory SCH-s in a and b are different")},
       {changed([](ResultsFile& f) { f.catalogue->rest = 3; }),
        line("%fat- Mandatory parts of a and b are different")},
       {changed([](ResultsFile& f) { f.entries[0].hi1 = 1; }),
@@ -385,11 +384,15 @@ TEST_F(ResultsFiles, TimesThatDoNotFitAreRefused) {
        {2, nan},
        1,
        see("T2E of last record of 2nd", 1, "T3E of last record of 3rd", nan, "T3E <= T2E+0.5e-5")},
+      {{0, 1},
+       {0, 1},
+       0,
+       see("T2E of last record of 2nd", 1, "T3E of last record of 3rd", 1, "T3E <= T2E+0.5e-5")},
   };
   for (const auto& c : kCases) {
     put("a", sample::results_file_bytes(at_times(c.a)));
     put("b", sample::results_file_bytes(at_times(c.b)));
-    expect_refusal(scmd2("c=a+b", {c.mode}), c.listing);
+    expect_refusal(scmd2(c.mode == 0 ? "a=a+b" : "c=a+b", {c.mode}), c.listing);
     EXPECT_FALSE(exists("c"));
   }
 }

@@ -163,7 +163,7 @@ TEST_F(SaveFiles, BytesWrittenByHandAreListed) {
        "int32 1 0 0 1 0",                                               // R3; R4 to R6 are empty
        "int32 1 1 1 1",   "int32 0",      "byte 20",        "int32 0",  // R7 to R10
        "text 20 SCRAM",   "int32 6",      "int32 1",        "int32 0",  // R11 to R14
-       "int32 3 1 1",     "int32 2 0 0",  "int32 0 0 0",                // R15 to R19
+       "int32 3 9 5",     "int32 2 0 0",  "int32 0 0 0",  // R15; R16: R17 to R19 are empty
        "int32 0 30000",   "real 2.5",     "int32 1 0",      "int32 0", "byte 20", "int32 3 1"},
       bytes);
   ASSERT_EQ(fault, "");
@@ -298,6 +298,12 @@ TEST_F(SaveFiles, KeepLeavesTheChosenRecordsNumberedAnew) {
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(get("vnxsav"), kept(file, c.left));
   }
+  SaveFile large = many(3);  // arrays longer than any buffer
+  large.controls.state_values = 20001;
+  for (SaveRecord& record : large.records) record.state.assign(20001, record.time);
+  put("vnxsav", sample::save_file_bytes(large));
+  EXPECT_EQ(scmd2("k", {2, 3}, kRange).status, 0);
+  EXPECT_EQ(get("vnxsav"), kept(large, {2, 3}));
 }
 
 TEST_F(SaveFiles, KeepThatIsRefusedChangesNothing) {
