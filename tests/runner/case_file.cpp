@@ -192,9 +192,9 @@ void add_rows(const Section& section, std::vector<Case>& cases) {
   for (std::size_t k = 0; k < section.lines.size();) {
     Case c = pattern;
     std::string line = section.lines[k++];
-    if (line.ends_with(" ->") || line.ends_with(" !>")) line += ' ';  // all is said elsewhere
+    if (line.ends_with(" !>")) line += ' ';
+    if (arrow_of(line).empty()) line += " -> ";  // all is said under the row
     const std::string arrow = arrow_of(line);
-    if (arrow.empty()) reject(section.where, "no arrow: " + line);
     std::vector<std::string> said = parts_of(line, arrow);
     c.rule += ": " + said[0];
     const auto pointers = place_row(section, said[0], c);
