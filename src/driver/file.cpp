@@ -18,6 +18,8 @@
 namespace zorvik {
 namespace {
 
+constexpr std::size_t kBytesAfterJump = 4096;
+
 // How much of `bytes` may be written to a stream at once. A console that nobody reads must not keep
 // an interrupted run from its end: then as much as surely fits, 0 when there is no room.
 std::size_t writable(int descriptor, std::size_t bytes) {
@@ -63,9 +65,10 @@ bool File::fill() {
   next_ = end_ = 0;
   ssize_t got;
   do {
-    got = seekable_ ? ::pread(descriptor_, buffer_.get(), kBufferBytes, position_)
+    got = seekable_ ? ::pread(descriptor_, buffer_.get(), ahead_, position_)
                     : ::read(descriptor_, buffer_.get(), kBufferBytes);
   } while (got < 0 && errno == EINTR);
+  ahead_ = std::min(2 * ahead_, kBufferBytes);
   io_status_ = got < 0 ? errno : 0;
   if (got <= 0) return false;
   end_ = static_cast<std::size_t>(got);
@@ -78,6 +81,7 @@ ReadStatus File::read(void* to, std::size_t bytes) {
   std::size_t missing = bytes;
   while (missing > 0) {
     if (next_ == end_ && missing >= kBufferBytes && seekable_) {  // straight to where it is wanted
+      next_ = end_ = 0;
       const ssize_t got = ::pread(descriptor_, target, missing, position_);
       if (got < 0 && errno == EINTR) continue;
       if (got < 0) {
@@ -139,9 +143,11 @@ ReadStatus File::skip(std::int64_t bytes) {
     position_ += bytes;
     return ReadStatus::kOk;
   }
-  const std::int64_t end = size();
-  if (end < 0) return ReadStatus::kError;
-  const std::int64_t left = std::max<std::int64_t>(end - position_, 0);
+  if (writing_ || position_ + bytes > known_end_) {
+    known_end_ = size();
+    if (known_end_ < 0) return ReadStatus::kError;
+  }
+  const std::int64_t left = std::max<std::int64_t>(known_end_ - position_, 0);
   if (seek(position_ + std::min(left, bytes)) != 0) return ReadStatus::kError;
   if (left >= bytes) return ReadStatus::kOk;
   return left == 0 ? ReadStatus::kEnd : ReadStatus::kCut;
@@ -230,6 +236,11 @@ int File::flush() {
   return write_failure_ == 0 ? 0 : fail(write_failure_);
 }
 
+int File::sync() {
+  if (const int status = flush(); status != 0) return status;
+  return ::fsync(descriptor_) == 0 ? 0 : fail(errno);
+}
+
 int File::seek(std::int64_t position) {
   if (const int status = flush(); status != 0) return status;
   if (!seekable_) return fail(ESPIPE);
@@ -239,6 +250,7 @@ int File::seek(std::int64_t position) {
     next_ = static_cast<std::size_t>(position - buffer_start);
   } else {
     next_ = end_ = 0;
+    ahead_ = kBytesAfterJump;
   }
   position_ = position;
   return 0;
@@ -246,7 +258,9 @@ int File::seek(std::int64_t position) {
 
 int File::truncate_here() {
   if (const int status = flush(); status != 0) return status;
+  if (write_refusal_ != 0) return fail(write_refusal_);
   next_ = end_ = 0;
+  known_end_ = 0;
   return ::ftruncate(descriptor_, position_) == 0 ? 0 : fail(errno);
 }
 

@@ -19,6 +19,13 @@ enum class ReadStatus {
   kError,  // the read failed; io_status() tells why
 };
 
+enum class CopyStatus {
+  kOk,
+  kReadError,   // of the source; its io_status() tells why
+  kSourceEnds,  // before all was copied
+  kWriteError,  // io_status() of the target tells why
+};
+
 class File {
  public:
   File() = default;
@@ -35,6 +42,10 @@ class File {
   int open_new(const std::string& path);
   int open_scratch();
   int open_small_scratch();
+
+  // A scratch file that can take the place of the file `path` if that file, its folder and the file
+  // system allow it.
+  int open_scratch_beside(const std::string& path);
   void adopt_descriptor(int descriptor, bool line_buffered);  // the console
 
   // A new file that has its name when it is closed, so that a run that is killed leaves none; where
@@ -49,6 +60,14 @@ class File {
   static constexpr std::int64_t kAll = -1, kNoFile = -2;
   void keep_on_failure(std::int64_t bytes) { kept_on_failure_ = bytes; }
   int abandon();
+
+  // A complete scratch file opened beside the file `path` takes its place, on the disk and in one
+  // step, with its mode and owner; a symbolic link stays one. ENOTSUP when that cannot be, and
+  // nothing has changed: the old file has several hard links, or is not to be replaced.
+  int take_place_of(const std::string& path);
+
+  // Why the file, opened to be rewritten, is open for reading only; 0 when it is not.
+  int write_refusal() const { return write_refusal_; }
 
   bool is_terminal() const { return line_buffered_; }
   bool is_open() const { return descriptor_ >= 0; }
@@ -90,9 +109,14 @@ class File {
   int write(const void* from, std::size_t bytes);
   int write_line(std::string_view prefix, std::string_view text);
 
+  // Writes `bytes` bytes of the source, from `first` on, at the current position. The run ends here
+  // when it is interrupted.
+  CopyStatus copy_from(File& source, std::int64_t first, std::int64_t bytes);
+
   int rewind() { return seek(0); }
   int seek(std::int64_t position);
   int flush();
+  int sync();           // flush, and wait until the disk has it
   int truncate_here();  // ends the file at the current position
 
   // True when `path` names the file that is open here.
@@ -106,6 +130,7 @@ class File {
   int cut_back_to(std::int64_t end);
   int discard();
   void make_room();
+  CopyStatus copy_piece(File& source, std::int64_t first, std::size_t bytes);
   bool fill();  // reads on at position_ into the empty buffer; false at the end or on failure
 
   static constexpr std::size_t kBufferBytes = 64 * 1024;
@@ -113,6 +138,8 @@ class File {
   int descriptor_ = -1;
   std::string name_;  // of a new file
   bool unnamed_ = false;
+  bool can_take_place_ = false;
+  int write_refusal_ = 0;
   std::int64_t kept_on_failure_ = kAll;
   bool seekable_ = true;
   bool line_buffered_ = false;
@@ -123,6 +150,8 @@ class File {
   std::int64_t position_ = 0;  // of the next byte to be read or written
   std::size_t next_ = 0,
               end_ = 0;  // unread bytes of the buffer; when writing, [0, end_) is pending
+  std::size_t ahead_ = kBufferBytes;  // to be read at once; less after a jump
+  std::int64_t known_end_ = 0;        // the file was at least so long
   std::unique_ptr<char[]> buffer_;
 };
 

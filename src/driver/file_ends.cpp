@@ -1,7 +1,8 @@
 // How a file is opened, gets its name and is closed.
 //
 // A new file that is to be whole or absent has no name at first: the link that the system keeps of
-// every open file, /proc/self/fd/N, becomes its name when it is closed.
+// every open file, /proc/self/fd/N, becomes its name when it is closed. A file that takes the place
+// of another gets a name beside it that way and is renamed over it.
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -16,7 +17,46 @@
 namespace zorvik {
 namespace {
 
+constexpr uid_t kSameOwner = static_cast<uid_t>(-1);
+
 std::string link_to(int descriptor) { return "/proc/self/fd/" + std::to_string(descriptor); }
+
+std::string real_path(const std::string& path) {
+  char* const found = ::realpath(path.c_str(), nullptr);
+  const std::string real = found == nullptr ? path : found;
+  std::free(found);
+  return real;
+}
+
+std::string folder_of(const std::string& path) {
+  const std::size_t slash = path.rfind('/');
+  return slash == std::string::npos ? "." : path.substr(0, slash + 1);
+}
+
+// Gives the open file a name of its own beside `path`; 0 with the name, or errno.
+int link_beside(int descriptor, const std::string& path, std::string& name) {
+  const std::string here = link_to(descriptor);
+  for (int k = 1; k < 1000; ++k) {
+    name = path + ".new" + (k == 1 ? "" : std::to_string(k));
+    if (::linkat(AT_FDCWD, here.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0) return 0;
+    if (errno != EEXIST) return errno;
+  }
+  return EEXIST;
+}
+
+// A rename is on the disk when its folder is. A file system that cannot do that says EINVAL.
+int sync_folder(const std::string& folder) {
+  const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return errno;
+  const int status = ::fsync(descriptor) == 0 || errno == EINVAL ? 0 : errno;
+  ::close(descriptor);
+  return status;
+}
+
+// Failures of a replacement after which the file may still be rewritten in place.
+bool forbids_replacing(int status) {
+  return status == EPERM || status == EACCES || status == EBUSY || status == EXDEV;
+}
 
 }  // namespace
 
@@ -30,9 +70,13 @@ int File::attach(int descriptor) {
   write_failure_ = 0;
   name_.clear();
   unnamed_ = false;
+  can_take_place_ = false;
+  write_refusal_ = 0;
   kept_on_failure_ = kAll;
   position_ = 0;
   next_ = end_ = 0;
+  ahead_ = kBufferBytes;
+  known_end_ = 0;
   if (!buffer_) buffer_ = std::make_unique_for_overwrite<char[]>(kBufferBytes);
   return 0;
 }
@@ -56,8 +100,11 @@ int File::open_regular(const std::string& path, int access) {
 int File::open_to_read(const std::string& path) { return open_regular(path, O_RDONLY); }
 
 int File::open_to_rewrite(const std::string& path) {
-  const int status = open_regular(path, O_RDWR);
-  return status == EACCES || status == EROFS || status == EPERM ? open_to_read(path) : status;
+  const int refusal = open_regular(path, O_RDWR);
+  if (refusal != EACCES && refusal != EROFS && refusal != EPERM) return refusal;
+  const int status = open_to_read(path);
+  write_refusal_ = refusal;
+  return status;
 }
 
 int File::open_new(const std::string& path) {
@@ -101,6 +148,15 @@ int File::open_small_scratch() {
   return descriptor < 0 ? open_scratch() : attach(descriptor);
 }
 
+int File::open_scratch_beside(const std::string& path) {
+  const std::string folder = folder_of(real_path(path));
+  const int descriptor = ::open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
+  if (descriptor < 0) return open_scratch();
+  attach(descriptor);
+  can_take_place_ = ::access(link_to(descriptor).c_str(), F_OK) == 0;
+  return 0;
+}
+
 void File::adopt_descriptor(int descriptor, bool line_buffered) {
   attach(descriptor);
   seekable_ = false;  // several processes may write there: always at the end
@@ -123,6 +179,29 @@ int File::close() {
   }
   if (::close(descriptor_) != 0 && status == 0) status = errno;
   descriptor_ = -1;
+  return status == 0 ? 0 : fail(status);
+}
+
+int File::take_place_of(const std::string& path) {
+  const std::string real = real_path(path);
+  struct stat old;
+  if (::stat(real.c_str(), &old) != 0) return fail(errno);
+  if (!can_take_place_ || old.st_nlink > 1) return fail(ENOTSUP);
+  if (const int status = flush(); status != 0) return status;
+  if (::fchown(descriptor_, old.st_uid, old.st_gid) != 0 &&
+      ::fchown(descriptor_, kSameOwner, old.st_gid) != 0 && errno != EPERM) {
+    return fail(errno);
+  }
+  if (::fchmod(descriptor_, old.st_mode & 07777) != 0) return fail(errno);
+  if (const int status = sync(); status != 0) return status;
+  std::string fresh;
+  int status = link_beside(descriptor_, real, fresh);
+  if (status == 0 && ::rename(fresh.c_str(), real.c_str()) != 0) {
+    status = errno;
+    ::unlink(fresh.c_str());
+  }
+  if (status != 0) return fail(forbids_replacing(status) ? ENOTSUP : status);
+  status = sync_folder(folder_of(real));
   return status == 0 ? 0 : fail(status);
 }
 

@@ -57,7 +57,7 @@ int open_as(File& file, const std::string& name, Opening opening, Use use) {
     case Opening::kWhole:
       return open_for(file, name, Use::kCreate);
     case Opening::kScratch:
-      return file.open_scratch();
+      return file.open_scratch_beside(name);
     case Opening::kSmallScratch:
       return file.open_small_scratch();
     case Opening::kAsAsked:

@@ -5,7 +5,7 @@
 //   DAT   zrvdat     text    exist  the program text
 //   LIS   zrvlis     text    be new the listing
 //   SC1   (no name)  binary  -      scratch file of the two passes, gone when closed
-//   SC2   (no name)  binary  -      the same for what may be large: on the disk
+//   SC2   (no name)  binary  -      scratch file on the disk, beside the caller's file
 //   RES   vnxres     binary  exist  results file, read or rewritten
 //   REN   vnxres     binary  be new results file written by a service command
 //   REC   caller's   binary  exist  joining of results files, read or rewritten

@@ -1,7 +1,9 @@
 // KEEP: prunes the save file to chosen records and numbers them anew.
 //
-// The chosen records are first copied to the scratch file; the save file is cut only after they are
-// found complete there, and only behind the leading records that stay where they are.
+// At every moment vnxsav is the whole old file or the whole new one, also when the run is killed or
+// the power fails. Only where it cannot be replaced in one step, since it has several hard links,
+// its folder may not be written, or the file system has no nameless files, is it rewritten in
+// place, and what was not yet written back is lost with the run.
 #ifndef ZORVIK_SERVICE_KEEP_H_
 #define ZORVIK_SERVICE_KEEP_H_
 

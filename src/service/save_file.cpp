@@ -72,26 +72,6 @@ class Lister : public FieldTaker {
   std::string line_;
 };
 
-class Copier : public FieldTaker {
- public:
-  Copier(const SaveStream& target, std::int32_t new_number)
-      : target_(target), new_number_(new_number) {}
-
-  bool wants(const SaveField&) const override { return true; }
-
-  void take(const SaveField& field, const FieldItems& items, void* slice, int count) override {
-    const void* from = field.role == FieldRole::kRecordNumber ? &new_number_ : slice;
-    const auto bytes = static_cast<std::size_t>(count * bytes_of(items.item));
-    if (const int status = target_.file.write(from, bytes); status != 0) {
-      stop_on_failed_write(target_, status);
-    }
-  }
-
- private:
-  const SaveStream& target_;
-  const std::int32_t new_number_;
-};
-
 ScanStatus report_damage(PartStatus status, const File& file) {
   if (status == PartStatus::kReadError) {
     count_error("%err- Read error. File <vnxsav>", kNoLine, file.io_status());
@@ -137,16 +117,36 @@ void stop_on_failed_write(const SaveStream& target, int status) {
                     status);
 }
 
-void copy_save_record(const SaveStream& source, const SaveStream& target, SaveCounts& counts,
-                      std::int32_t new_number) {
-  Copier copier(target, new_number);
-  const PartStatus status = walk_part(source.file, SavePart::kRecord, counts, copier);
-  if (status == PartStatus::kOk) return;
-  if (status == PartStatus::kReadError) {
-    stop_with_listing(message("%fat- Read error during KEEP operation. ", source.name), kNoLine,
-                      source.file.io_status());
+void copy_save_bytes(const SaveStream& source, SaveRange range, const SaveStream& target) {
+  switch (target.file.copy_from(source.file, range.start, range.end - range.start)) {
+    case CopyStatus::kOk:
+      return;
+    case CopyStatus::kReadError:
+      stop_with_listing(message("%fat- Read error during KEEP operation. ", source.name), kNoLine,
+                        source.file.io_status());
+    case CopyStatus::kSourceEnds:
+      stop_with_listing(
+          message("%fat- Premature end of file detected. KEEP operation. ", source.name));
+    case CopyStatus::kWriteError:
+      stop_on_failed_write(target, target.file.io_status());
   }
-  stop_with_listing(message("%fat- Premature end of file detected. KEEP operation. ", source.name));
+}
+
+void copy_save_record(const SaveStream& source, SaveRange record, const SaveStream& target,
+                      std::int32_t new_number) {
+  const std::int64_t number = record.start + offset_of_record_number();
+  copy_save_bytes(source, {record.start, number}, target);
+  if (const int status = target.file.write(&new_number, sizeof new_number); status != 0) {
+    stop_on_failed_write(target, status);
+  }
+  const auto after = number + static_cast<std::int64_t>(sizeof new_number);
+  copy_save_bytes(source, {after, record.end}, target);
+}
+
+void write_record_number(const SaveStream& target, std::int32_t number) {
+  int status = target.file.seek(target.file.position() + offset_of_record_number());
+  if (status == 0) status = target.file.write(&number, sizeof number);
+  if (status != 0) stop_on_failed_write(target, status);
 }
 
 void show_save_file(Listing listing) {

@@ -40,16 +40,24 @@ ScanStatus scan_records(File& file, SaveCounts& counts, std::int64_t& records,
 // Scans `records` records; false when one of them is not kOk.
 bool skip_records(File& file, SaveCounts& counts, std::int64_t records);
 
-// Reads the next record from `source` and writes it unchanged to `target`, but for its record
-// number. The names are those of messages, which end the run: "%fat- Read error during KEEP
-// operation. ", "%fat- Write error during KEEP operation. ", "%fat- Premature end of file detected.
-// KEEP operation. ". `counts` holds the control structures' counts.
+// Copying of parts of the file. The names are those of messages, which end the run: "%fat- Read
+// error during KEEP operation. ", "%fat- Write error during KEEP operation. ", "%fat- Premature end
+// of file detected. KEEP operation. ".
 struct SaveStream {
   File& file;
   std::string_view name;  // "File <vnxsav>" or "Scratch file"
 };
-void copy_save_record(const SaveStream& source, const SaveStream& target, SaveCounts& counts,
+struct SaveRange {  // bytes of the file
+  std::int64_t start, end;
+};
+void copy_save_bytes(const SaveStream& source, SaveRange range, const SaveStream& target);
+
+// Copies a record unchanged, but for its record number.
+void copy_save_record(const SaveStream& source, SaveRange record, const SaveStream& target,
                       std::int32_t new_number);
+
+// Writes the number into the record that begins at the target's position.
+void write_record_number(const SaveStream& target, std::int32_t number);
 
 // Ends the run with "%fat- Write error during KEEP operation. " and the target's name.
 [[noreturn]] void stop_on_failed_write(const SaveStream& target, int status);

@@ -206,6 +206,15 @@ class FileSource : public FieldSource {
 
 }  // namespace
 
+std::int64_t offset_of_record_number() {
+  std::int64_t offset = 0;
+  for (const SaveField& field : fields_of(SavePart::kRecord)) {
+    if (field.keeps == kNsaves) break;
+    offset += items_of({}, field).count * bytes_of(field.item);
+  }
+  return offset;
+}
+
 PartStatus walk_part(FieldSource& source, SavePart part, SaveCounts& counts, FieldTaker& taker) {
   stop_if_interrupted();
   forget_record_counts(counts);

@@ -108,6 +108,9 @@ struct FieldItems {
   std::int64_t count;  // >= 0
 };
 
+// Where its number stands in every record: the fields before it have fixed lengths.
+std::int64_t offset_of_record_number();
+
 // Items are handled in slices of at most so many.
 constexpr int kSliceItems = 20000;
 

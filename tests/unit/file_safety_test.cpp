@@ -165,6 +165,50 @@ TEST_F(FileSafety, EveryCommandLooksAtTheSignals) {
   EXPECT_LT(get("vnxres").size(), vnxres.size());
 }
 
+// Records of more than a block and of a few bytes: the system copies the long ones.
+TEST_F(FileSafety, KeepReplacesTheSaveFileOrRewritesItInPlace) {
+  sample::SaveFile file{{7, "T", {}, {}, {}, {}, 10000}, {}};
+  for (int k = 1; k <= 5; ++k) {
+    sample::SaveRecord record;
+    record.time = k;
+    record.number = 10 * k;
+    record.state.assign(10000, k);
+    if (k == 3) record.output_texts.assign(150000, "six million bytes");
+    file.records.push_back(record);
+  }
+  const std::string whole = sample::save_file_bytes(file);
+  const auto kept = [&](std::initializer_list<std::size_t> numbers) {
+    sample::SaveFile left{file.controls, {}};
+    for (const std::size_t number : numbers) {
+      left.records.push_back(file.records[number - 1]);
+      left.records.back().number = static_cast<std::int32_t>(left.records.size());
+    }
+    return sample::save_file_bytes(left);
+  };
+  const auto inode = [&](const char* name) {
+    struct stat info {};
+    EXPECT_EQ(::stat((folder() + name).c_str(), &info), 0);
+    return std::pair(info.st_ino, info.st_mode & 07777);
+  };
+  for (const bool linked : {false, true}) {
+    put("stock", whole);
+    run([&] {
+      ::chmod("stock", 0640);
+      if (linked) ::link("stock", "second");
+      ::symlink("stock", "vnxsav");
+    });
+    const auto before = inode("stock");
+    EXPECT_EQ(scmd2("KEEP", {1, 2, 3, 5}, kArray).status, 0);
+    EXPECT_EQ(get("vnxsav"), kept({1, 2, 3, 5}));
+    EXPECT_EQ(scmd2("KEEP", {3}).status, 0);
+    EXPECT_EQ(get("stock"), kept({3}));
+    EXPECT_EQ(inode("stock").second, 0640u);
+    EXPECT_EQ(inode("stock") == before, linked);
+    EXPECT_EQ(get("second"), linked ? kept({3}) : "");
+    for (const char* name : {"stock", "second", "vnxsav"}) remove(name);
+  }
+}
+
 TEST_F(FileSafety, ControlCharactersOfTextsDoNotReachATerminal) {
   const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY);
   ASSERT_EQ(::grantpt(terminal) | ::unlockpt(terminal), 0);

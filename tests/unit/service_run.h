@@ -46,6 +46,7 @@ class ServiceRun : public ::testing::Test {
   }
   void TearDown() override { std::filesystem::remove_all(directory_); }
 
+  std::string folder() const { return directory_ + '/'; }
   void put(const std::string& name, const std::string& bytes) {
     std::ofstream(directory_ + "/" + name, std::ios::binary | std::ios::trunc) << bytes;
   }
@@ -69,7 +70,8 @@ class ServiceRun : public ::testing::Test {
     }
     int status = 0;
     ::waitpid(child, &status, 0);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), get("console"), get("zrvlis")};
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), get("console"),
+            get("zrvlis")};
   }
 
   Outcome scmd2(const std::string& command, std::vector<double> numbers = {0},
