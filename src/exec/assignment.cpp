@@ -29,6 +29,15 @@ int clamped(double extent) {
   return static_cast<int>(std::min(extent, kTooMany));
 }
 
+// Copies `count` elements of a numeric entry from the k-th on.
+void copy_elements(const StackEntry& entry, std::int64_t k, std::int64_t count, double* to) {
+  if (entry.shape != kRange) {
+    std::copy_n(values_of(entry) + k - 1, count, to);
+  } else {
+    for (std::int64_t j = 0; j < count; ++j) to[j] = element_of(entry, k + j);
+  }
+}
+
 // ---- A target that exists ----
 
 // Where the next value of a list goes.
@@ -42,9 +51,12 @@ void store_values(const Variable& variable, const Region& region, WriteCursor& c
                   std::int64_t count) {
   const StackEntry& value = value_entry();
   double* const to = variable.values();
-  for (std::int64_t k = 1; k <= count && cursor.column <= region.last_column; ++k) {
-    to[(cursor.column - 1) * variable.block.d1 + cursor.row - 1] = element_of(value, k);
-    if (++cursor.row > region.last_row) {
+  for (std::int64_t k = 1; k <= count && cursor.column <= region.last_column;) {
+    const auto part = std::min<std::int64_t>(region.last_row - cursor.row + 1, count - k + 1);
+    copy_elements(value, k, part, to + (cursor.column - 1) * variable.block.d1 + cursor.row - 1);
+    k += part;
+    cursor.row += static_cast<int>(part);
+    if (cursor.row > region.last_row) {
       cursor.row = region.first_row;
       ++cursor.column;
     }
@@ -198,7 +210,7 @@ void append_value(NewNotkey& notkey) {
     check_room(notkey.stored + count);
   }
   double* const to = notkeys.value + notkeys.next_value + notkey.stored;
-  for (std::int64_t k = 1; k <= count; ++k) to[k - 1] = element_of(value, k);
+  copy_elements(value, 1, count, to);
   notkey.stored += count;
 }
 

@@ -32,8 +32,8 @@ double of_whole(double a, double b) {
   return whole(arithmetic(code, a, b));
 }
 
-// to = the operation of a and b, in the second form of a and the last result; false when an operand
-// is undefined.
+// to = the operation of a and b, in the second form of a and the last result, in the third without
+// a look at b; false when an operand is undefined.
 template <Operation operation>
 bool binary(const Instruction& i, double& last) {
   if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return false;
@@ -46,9 +46,15 @@ bool binary_last(const Instruction& i, double& last) {
   *i.to = last = operation(*i.a, last);
   return true;
 }
+template <Operation operation>
+bool binary_sure(const Instruction& i, double& last) {
+  if (may_be_undefined(*i.a)) return false;
+  *i.to = last = operation(*i.a, *i.b);
+  return true;
+}
 
-bool quotient(const Instruction& i, double divisor, double& last) {
-  if (may_be_undefined(*i.a) || !divide(*i.a, divisor, last)) return false;
+bool quotient(const Instruction& i, double dividend, double divisor, double& last) {
+  if (may_be_undefined(dividend) || !divide(dividend, divisor, last)) return false;
   *i.to = last;
   return true;
 }
@@ -118,13 +124,9 @@ bool apply(Op op, double a, double b, double& result) {
   }
 }
 
-bool all_defined(const double* values, int count) {
-  return std::none_of(values, values + count, may_be_undefined);
-}
-
 bool find_extreme(const Instruction& i, double (*extreme)(const double* values, int count)) {
   const int count = i.with.block.rows * i.with.block.columns;
-  if (!all_defined(i.with.block.first, count)) return false;
+  if (any_undefined(i.with.block.first, count)) return false;
   *i.to = extreme(i.with.block.first, count);
   return true;
 }
@@ -133,7 +135,7 @@ bool interpolate(const Instruction& i) {
   const auto& [y, x, y_length, x_length] = i.with.table;
   const int n = subscript(*i.b, std::min(y_length, x_length));
   if (may_be_undefined(*i.a) || n < 2) return false;
-  if (!all_defined(y, y_length) || !all_defined(x, x_length)) return false;
+  if (any_undefined(y, y_length) || any_undefined(x, x_length)) return false;
   *i.to = interpolate_linearly(y, x, n, *i.a);
   return true;
 }
@@ -185,20 +187,22 @@ Instruction& changeable(const Instruction* i) {
   return decoded_program.instruction[i - decoded_program.instruction];
 }
 
+const Instruction* look_for_target(const Instruction& i) {
+  return changeable(&i).with.branch.instruction = instruction_at(i.with.branch.target);
+}
+
 // The instruction that a branch leads to, looked for until it is found once.
-const Instruction* taken(const Instruction* i) {
-  if (i->with.branch.instruction == nullptr) {
-    changeable(i).with.branch.instruction = instruction_at(i->with.branch.target);
-  }
-  return i->with.branch.instruction;
+inline const Instruction* taken(const Instruction& i) {
+  const Instruction* const found = i.with.branch.instruction;
+  return found != nullptr ? found : look_for_target(i);
 }
 
 // What follows a finished statement; the instruction before the kGo leads there directly from now
 // on.
-const Instruction* go_on(const Instruction* i) {
+const Instruction* go_on(const Instruction& i) {
   const Instruction* const found = taken(i);
-  if (found != nullptr && i != decoded_program.instruction && i[-1].statement == i->statement) {
-    changeable(i - 1).next = found;
+  if (found != nullptr && &i != decoded_program.instruction && (&i)[-1].statement == i.statement) {
+    changeable(&i - 1).next = found;
   }
   return found;
 }
@@ -229,8 +233,14 @@ int run_decoded(int position) {
       case Op::kAddLast:
         if (!binary_last<of_reals<kPlus>>(i, last)) return i.statement;
         break;
+      case Op::kAddSure:
+        if (!binary_sure<of_reals<kPlus>>(i, last)) return i.statement;
+        break;
       case Op::kAddWhole:
         if (!binary<of_whole<kPlus>>(i, last)) return i.statement;
+        break;
+      case Op::kAddWholeSure:
+        if (!binary_sure<of_whole<kPlus>>(i, last)) return i.statement;
         break;
       case Op::kAddWholeLast:
         if (!binary_last<of_whole<kPlus>>(i, last)) return i.statement;
@@ -241,8 +251,14 @@ int run_decoded(int position) {
       case Op::kSubtractLast:
         if (!binary_last<of_reals<kMinus>>(i, last)) return i.statement;
         break;
+      case Op::kSubtractSure:
+        if (!binary_sure<of_reals<kMinus>>(i, last)) return i.statement;
+        break;
       case Op::kSubtractWhole:
         if (!binary<of_whole<kMinus>>(i, last)) return i.statement;
+        break;
+      case Op::kSubtractWholeSure:
+        if (!binary_sure<of_whole<kMinus>>(i, last)) return i.statement;
         break;
       case Op::kSubtractWholeLast:
         if (!binary_last<of_whole<kMinus>>(i, last)) return i.statement;
@@ -253,17 +269,33 @@ int run_decoded(int position) {
       case Op::kMultiplyLast:
         if (!binary_last<of_reals<kTimes>>(i, last)) return i.statement;
         break;
+      case Op::kMultiplySure:
+        if (!binary_sure<of_reals<kTimes>>(i, last)) return i.statement;
+        break;
       case Op::kMultiplyWhole:
         if (!binary<of_whole<kTimes>>(i, last)) return i.statement;
+        break;
+      case Op::kMultiplyWholeSure:
+        if (!binary_sure<of_whole<kTimes>>(i, last)) return i.statement;
         break;
       case Op::kMultiplyWholeLast:
         if (!binary_last<of_whole<kTimes>>(i, last)) return i.statement;
         break;
+      case Op::kLastSubtract:
+        if (may_be_undefined(*i.b)) return i.statement;
+        *i.to = last = arithmetic(kMinus, last, *i.b);
+        break;
       case Op::kDivide:
-        if (may_be_undefined(*i.b) || !quotient(i, *i.b, last)) return i.statement;
+        if (may_be_undefined(*i.b) || !quotient(i, *i.a, *i.b, last)) return i.statement;
         break;
       case Op::kDivideLast:
-        if (!quotient(i, last, last)) return i.statement;
+        if (!quotient(i, *i.a, last, last)) return i.statement;
+        break;
+      case Op::kDivideSure:
+        if (!quotient(i, *i.a, *i.b, last)) return i.statement;
+        break;
+      case Op::kLastDivide:
+        if (may_be_undefined(*i.b) || !quotient(i, last, *i.b, last)) return i.statement;
         break;
       case Op::kLess:
         if (!compare<zorvik::kLess>(i, last)) return i.statement;
@@ -292,67 +324,67 @@ int run_decoded(int position) {
       case Op::kUnlessLess:
         if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return i.statement;
         if (holds(zorvik::kLess, *i.a, *i.b)) break;
-        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return i.with.branch.target;
         break;
       case Op::kUnlessLessLast:
         if (may_be_undefined(*i.a)) return i.statement;
         if (holds(zorvik::kLess, *i.a, last)) break;
-        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return i.with.branch.target;
         break;
       case Op::kUnlessGreater:
         if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return i.statement;
         if (holds(zorvik::kGreater, *i.a, *i.b)) break;
-        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return i.with.branch.target;
         break;
       case Op::kUnlessGreaterLast:
         if (may_be_undefined(*i.a)) return i.statement;
         if (holds(zorvik::kGreater, *i.a, last)) break;
-        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return i.with.branch.target;
         break;
       case Op::kUnlessLessEqual:
         if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return i.statement;
         if (holds(zorvik::kLessEqual, *i.a, *i.b)) break;
-        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return i.with.branch.target;
         break;
       case Op::kUnlessLessEqualLast:
         if (may_be_undefined(*i.a)) return i.statement;
         if (holds(zorvik::kLessEqual, *i.a, last)) break;
-        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return i.with.branch.target;
         break;
       case Op::kUnlessNotEqual:
         if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return i.statement;
         if (holds(zorvik::kNotEqual, *i.a, *i.b)) break;
-        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return i.with.branch.target;
         break;
       case Op::kUnlessNotEqualLast:
         if (may_be_undefined(*i.a)) return i.statement;
         if (holds(zorvik::kNotEqual, *i.a, last)) break;
-        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return i.with.branch.target;
         break;
       case Op::kUnlessGreaterEqual:
         if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return i.statement;
         if (holds(zorvik::kGreaterEqual, *i.a, *i.b)) break;
-        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return i.with.branch.target;
         break;
       case Op::kUnlessGreaterEqualLast:
         if (may_be_undefined(*i.a)) return i.statement;
         if (holds(zorvik::kGreaterEqual, *i.a, last)) break;
-        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return i.with.branch.target;
         break;
       case Op::kUnlessEqual:
         if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return i.statement;
         if (holds(zorvik::kEqual, *i.a, *i.b)) break;
-        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return i.with.branch.target;
         break;
       case Op::kUnlessEqualLast:
         if (may_be_undefined(*i.a)) return i.statement;
         if (holds(zorvik::kEqual, *i.a, last)) break;
-        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return i.with.branch.target;
         break;
       case Op::kUnless:
         if (may_be_undefined(*i.a)) return i.statement;
         if (*i.a != 0.0) break;
-        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return i.with.branch.target;
         break;
       case Op::kCopy:
         if (may_be_undefined(*i.a)) return i.statement;
@@ -403,30 +435,30 @@ int run_decoded(int position) {
         if (!store(i, element2(i))) return i.statement;
         break;
       case Op::kGo:
-        if (next = go_on(&i); next == nullptr) return i.with.branch.target;
+        if (next = go_on(i); next == nullptr) return i.with.branch.target;
         break;
       case Op::kJump:
         if (!count_jump()) return i.statement;
-        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return i.with.branch.target;
         break;
       case Op::kDo: {
         LoopRecord& record = loop_record_before(i.with.loop.body);
         if (!enter_loop(i, record)) return i.statement;
         if (loop_continues(record)) break;
-        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return i.with.branch.target;
         break;
       }
       case Op::kEnddo:
         if (!may_repeat(*i.with.loop_end.record) || is_interrupted()) return i.statement;
         if (!advance_loop(*i.with.loop_end.record)) break;
-        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return i.with.branch.target;
         break;
       case Op::kOut:
         if (call_stack.depth == kMaxCalls || is_interrupted()) return i.statement;
         if (!is_turned_on(i.with.call.output)) break;
         push_call(i.statement + kPairWords);
         enter_context(i.with.call.output);
-        if (next = taken(&i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return i.with.branch.target;
         break;
       case Op::kReturn: {
         if (run_state.context != Context::kOutput) return i.statement;

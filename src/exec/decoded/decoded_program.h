@@ -22,7 +22,7 @@ namespace zorvik {
 
 enum class Op : std::uint8_t {
   // to = a op b, of reals and of whole numbers. In the second form of each, b is the result of the
-  // instruction before.
+  // instruction before; in the third, b is a constant or an earlier result, which is not looked at.
   kAdd,
   kSubtract,
   kMultiply,
@@ -37,7 +37,17 @@ enum class Op : std::uint8_t {
   kAddWholeLast,
   kSubtractWholeLast,
   kMultiplyWholeLast,
-  // to = a op b, without a second form.
+  kAddSure,
+  kSubtractSure,
+  kMultiplySure,
+  kDivideSure,
+  kAddWholeSure,
+  kSubtractWholeSure,
+  kMultiplyWholeSure,
+  // The same, where a is the result of the instruction before.
+  kLastSubtract,
+  kLastDivide,
+  // to = a op b, without further forms.
   kDivideWhole,
   kRemainder,
   kPower,

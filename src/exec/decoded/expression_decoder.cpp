@@ -43,12 +43,20 @@ constexpr FunctionOps kFunctionsOfTwo[] = {{kFunctionMod, Op::kRemainder, Op::kR
                                            {kFunctionMax, Op::kLarger, Op::kLargerWhole},
                                            {kFunctionMin, Op::kSmaller, Op::kSmallerWhole}};
 
-Op second_form(Op op) {
-  constexpr int kApart = static_cast<int>(Op::kAddLast) - static_cast<int>(Op::kAdd);
-  return static_cast<Op>(static_cast<int>(op) + kApart);
+// The forms of an operation: see Op.
+constexpr int kForms = static_cast<int>(Op::kAddLast) - static_cast<int>(Op::kAdd);
+static_assert(static_cast<int>(Op::kAddSure) == static_cast<int>(Op::kAdd) + 2 * kForms &&
+              static_cast<int>(Op::kMultiplyWholeSure) ==
+                  static_cast<int>(Op::kMultiplyWhole) + 2 * kForms);
+Op with_last(Op op) { return static_cast<Op>(static_cast<int>(op) + kForms); }
+Op with_sure(Op op) { return static_cast<Op>(static_cast<int>(op) + 2 * kForms); }
+
+bool is_constant(const double* place) {
+  return place >= constant_pool.number && place <= constant_pool.number + kMaxNumbers;
 }
-static_assert(static_cast<int>(Op::kMultiplyWholeLast) - static_cast<int>(Op::kMultiplyWhole) ==
-              static_cast<int>(Op::kAddLast) - static_cast<int>(Op::kAdd));
+bool is_temporary(const double* place) {
+  return place >= decoded_program.temporary && place < decoded_program.temporary + kTemporaries;
+}
 
 Op arithmetic_op(int code, bool is_whole) {
   switch (code) {
@@ -78,9 +86,12 @@ void ExpressionDecoder::emit(const Instruction& instruction) {
 Instruction* ExpressionDecoder::instruction_of(const double* place) {
   if (decoded_program.count == first_ || temporaries_ == 0) return nullptr;
   Instruction& before = decoded_program.instruction[decoded_program.count - 1];
-  const bool is_result = before.to == place && place >= decoded_program.temporary &&
-                         place < decoded_program.temporary + kTemporaries;
-  return is_result ? &before : nullptr;
+  return before.to == place && is_temporary(place) ? &before : nullptr;
+}
+
+bool ExpressionDecoder::is_result_before(const Instruction& operation, const double* place) const {
+  return &operation > decoded_program.instruction + first_ && (&operation)[-1].to == place &&
+         is_temporary(place);
 }
 
 int ExpressionDecoder::keep() {
@@ -244,14 +255,25 @@ void ExpressionDecoder::decode_arithmetic(int code, const Operand& left, const O
                                           bool is_whole) {
   Instruction instruction{.op = arithmetic_op(code, is_whole), .a = left.place, .b = right.place};
   const bool may_change_sides = code == kPlus || code == kTimes;
-  if (may_change_sides && instruction_of(left.place) != nullptr) {
-    std::swap(instruction.a, instruction.b);
-  }
-  const bool has_second_form = instruction.op != Op::kDivideWhole;
-  if (has_second_form && instruction_of(instruction.b) != nullptr) {
-    instruction.op = second_form(instruction.op);
-  }
+  const bool is_better_right =
+      is_last(left.place) || (is_constant(left.place) && !is_last(right.place));
+  if (may_change_sides && is_better_right) std::swap(instruction.a, instruction.b);
+  choose_form(instruction);
   emit_result(instruction, is_whole ? kInteger : kReal);
+}
+
+void ExpressionDecoder::choose_form(Instruction& operation) {
+  Op& op = operation.op;
+  if (op == Op::kDivideWhole) return;
+  if (is_last(operation.b)) {
+    op = with_last(op);
+  } else if (is_last(operation.a) && op == Op::kSubtract) {
+    op = Op::kLastSubtract;
+  } else if (is_last(operation.a) && op == Op::kDivide) {
+    op = Op::kLastDivide;
+  } else if (is_constant(operation.b) || is_temporary(operation.b)) {
+    op = with_sure(op);
+  }
 }
 
 // ---- Functions ----

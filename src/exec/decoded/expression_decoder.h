@@ -36,6 +36,9 @@ class ExpressionDecoder {
   // The instruction before, when its result is this place and nothing else has that place.
   Instruction* instruction_of(const double* place);
 
+  // Whether the place holds the result of the instruction before that one.
+  bool is_result_before(const Instruction& operation, const double* place) const;
+
   // Makes what was emitted the decoded form, or drops it; gives the new entry in `start`.
   int keep();
   int drop();
@@ -54,6 +57,8 @@ class ExpressionDecoder {
   bool push_element(const Variable& variable, const double* row, const double* column);
   bool decode_unary(int code);
   bool decode_binary(int code);
+  bool is_last(const double* place) { return instruction_of(place) != nullptr; }
+  void choose_form(Instruction& operation);
   void decode_arithmetic(int code, const Operand& left, const Operand& right, bool is_whole);
   bool decode_function(int number);
   bool decode_elementary(int number);

@@ -146,7 +146,7 @@ class StatementDecoder {
     const Branch otherwise{nullptr, word_at(pair + 1) + kPairWords};
     Instruction* const operation = decoder_.instruction_of(condition.place);
     if (operation != nullptr && is_comparison(operation->op)) {
-      operation->op = branch_of(operation->op);
+      branch_unless(*operation);
       operation->with.branch = otherwise;
     } else {
       decoder_.emit({.op = Op::kUnless, .a = condition.place, .with = {.branch = otherwise}});
@@ -155,9 +155,32 @@ class StatementDecoder {
   }
 
   static bool is_comparison(Op op) { return op >= Op::kLess && op <= Op::kEqual; }
-  static Op branch_of(Op comparison) {
-    constexpr int kApart = static_cast<int>(Op::kUnlessLess) - static_cast<int>(Op::kLess);
-    return static_cast<Op>(static_cast<int>(comparison) + kApart);
+
+  // Makes a comparison a branch, in its second form when an operand is the result before it.
+  void branch_unless(Instruction& comparison) {
+    constexpr int kToBranch = static_cast<int>(Op::kUnlessLess) - static_cast<int>(Op::kLess);
+    constexpr int kToLast = static_cast<int>(Op::kUnlessLessLast) - static_cast<int>(Op::kLess);
+    if (decoder_.is_result_before(comparison, comparison.a)) {
+      std::swap(comparison.a, comparison.b);
+      comparison.op = with_sides_changed(comparison.op);
+    }
+    const bool has_last = decoder_.is_result_before(comparison, comparison.b);
+    comparison.op =
+        static_cast<Op>(static_cast<int>(comparison.op) + (has_last ? kToLast : kToBranch));
+  }
+  static Op with_sides_changed(Op comparison) {
+    switch (comparison) {
+      case Op::kLess:
+        return Op::kGreater;
+      case Op::kGreater:
+        return Op::kLess;
+      case Op::kLessEqual:
+        return Op::kGreaterEqual;
+      case Op::kGreaterEqual:
+        return Op::kLessEqual;
+      default:
+        return comparison;
+    }
   }
 
   int position_;

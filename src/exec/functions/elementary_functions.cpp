@@ -67,12 +67,22 @@ const Elementary& elementary_of(int number) {
   return kElementary[static_cast<std::size_t>(number - kFunctionAbs)];
 }
 
-// The element that no other one beats.
+// The element that no other one beats, the first of equal ones. Four chains of comparisons go side
+// by side; only zeros can be equal and differ.
 template <class Better>
 double best_of(const double* values, int count, Better better) {
-  double best = values[0];
-  for (int k = 1; k < count; ++k) best = better(values[k], best) ? values[k] : best;
-  return best;
+  constexpr int kChains = 4;
+  double best[kChains] = {values[0], values[0], values[0], values[0]};
+  const auto choose = [&](double value, double& so_far) {
+    so_far = better(value, so_far) ? value : so_far;
+  };
+  int k = 0;
+  for (; k + kChains <= count; k += kChains) {
+    for (int chain = 0; chain < kChains; ++chain) choose(values[k + chain], best[chain]);
+  }
+  for (; k < count; ++k) choose(values[k], best[0]);
+  for (int chain = 1; chain < kChains; ++chain) choose(best[chain], best[0]);
+  return best[0] == 0.0 ? *std::find(values, values + count, 0.0) : best[0];
 }
 
 // Replaces an array by its best element.

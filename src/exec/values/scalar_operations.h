@@ -24,6 +24,12 @@ constexpr bool is_undefined(double value) { return value == kUndefined; }
 // comparison and no look at what is not a number.
 constexpr bool may_be_undefined(double value) { return value >= kUndefined; }
 
+inline bool any_undefined(const double* values, int count) {
+  int undefined = 0;  // counting needs no branch, so that several are looked at in one step
+  for (int k = 0; k < count; ++k) undefined += is_undefined(values[k]) ? 1 : 0;
+  return undefined != 0;
+}
+
 // What an operation on whole numbers gives: rounded half away from zero, and no zero is negative.
 // Adding 1.5 * 2^52 drops what lies behind the point of a magnitude below 2^51.
 inline double whole(double value) {

@@ -36,10 +36,6 @@ std::string undefined_in_file(const Variable& variable) {
                  " did not define in <vnxres>");
 }
 
-bool any_undefined(const double* values, std::int64_t count) {
-  return std::any_of(values, values + count, is_undefined);
-}
-
 void push_text_of(const Descriptor& block) {
   std::copy_n(notkeys.text + block.start, block.d1, push_text(block.d1));
 }
