@@ -167,7 +167,8 @@ std::vector<std::string> place_row(const Section& section, const std::string& ro
     return {};
   }
   if (!name.empty() && name != "before" && name != "then") {
-    c.inputs[name] = bytes_of({section.where, {}, {}, lines_of_row(row)});
+    const Section file{section.where, {}, {}, lines_of_row(row)};
+    c.inputs[name] = name.ends_with("txt") ? text_of(file) : bytes_of(file);
     return {};
   }
   std::string& program = c.inputs.at("zrvdat");

@@ -13,7 +13,8 @@
 //                                  alone on the console; the listing contains these lines, or,
 //                                  with `stops whole`, is these lines
 //   --- each                       last section of a case: one case for each of its rows (below)
-//   --- each vnxres                each row is that input file, as commented binary text
+//   --- each vnxres                each row is that input file, as commented binary text, or,
+//                                  where the name ends in "txt", as it stands
 //   --- change NAME                each row `OLD => NEW` is changed in that input file
 //   --- file NAME binary           the bytes, as commented binary text; or: sample [FILE]; or: any
 //   --- absent NAME                a file that must not exist

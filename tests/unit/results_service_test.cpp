@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 
 #include "driver/text.h"
 #include "sample/results_file.h"
@@ -287,24 +286,8 @@ TEST_F(ResultsFiles, ARunCutInTwoIsJoinedAgain) {
 }
 
 TEST_F(ResultsFiles, FilesThatDifferAreNotJoined) {
-  ResultsFile base = extended();
-  base.catalogue =
-      Catalogue{{{7, 0}}, {{7, 0}}, {{7, 0}}, {{7, 0}}, {{7, 0}}, {{7, 0}}, {{7, 0}}, 1, 0, 2};
+  const ResultsFile base = extended();
   put("a", sample::results_file_bytes(base));
-  const std::pair<std::vector<sample::Element> Catalogue::*, const char*> kKinds[] = {
-      {&Catalogue::ch, "CH"},      {&Catalogue::hcs, "HCS"},     {&Catalogue::col, "COL"},
-      {&Catalogue::sch, "SCH"},    {&Catalogue::slves, "SLVES"}, {&Catalogue::tank, "TANK"},
-      {&Catalogue::accum, "ACCUM"}};
-  for (const auto& [list, name] : kKinds) {
-    for (std::int32_t sample::Element::*field :
-         {&sample::Element::number, &sample::Element::cells}) {
-      ResultsFile file = base;
-      ((*file.catalogue).*list)[0].*field += 1;
-      put("b", sample::results_file_bytes(file));
-      expect_refusal(scmd2("c=a+b", {1}),
-                     line(message("%fat- Mandatory ", name, "-s in a and b are different")));
-    }
-  }
   const auto changed = [&](auto change) {
     ResultsFile file = base;
     change(file);
@@ -321,10 +304,6 @@ TEST_F(ResultsFiles, FilesThatDifferAreNotJoined) {
   } kCases[] = {
       {changed([](ResultsFile& f) { f.title += "."; }),
        line("%fat- Length of inf. in a <> Length of inf. in b")},
-      {changed([](ResultsFile& f) {
-         f.catalogue->sch.push_back({8, 0});
-       }),
-       line("%fat- Mandatory elem-s in a and b are different")},
       {changed([](ResultsFile& f) { f.catalogue->rest = 3; }),
        line("%fat- Mandatory parts of a and b are different")},
       {changed([](ResultsFile& f) { f.entries[0].hi1 = 1; }),
@@ -344,55 +323,6 @@ TEST_F(ResultsFiles, FilesThatDifferAreNotJoined) {
   for (const auto& c : kCases) {
     put("b", c.bytes);
     expect_refusal(scmd2("c=a+b", {1}), c.listing);
-    EXPECT_FALSE(exists("c"));
-  }
-}
-
-TEST_F(ResultsFiles, TimesThatDoNotFitAreRefused) {
-  const auto see = [](const char* one, double first, const char* other, double second,
-                      const std::string& relation) {
-    const std::string indent(17, ' ');
-    return line(message("%fat- See SCMD2. Time ", one, " file is ", format_real(first))) +
-           line(message(indent, "Time ", other, " file is ", format_real(second))) +
-           line(message(indent, relation));
-  };
-  const double nan = std::nan("");
-  const struct {
-    std::vector<double> a, b;
-    double mode;
-    std::string listing;
-  } kCases[] = {
-      {{}, {}, 1, line("%fat- 2nd file in SCMD2 has no records")},
-      {{0}, {}, 1, line("%fat- 3rd file in SCMD2 has no records")},
-      {{2}, {1}, 1, see("T2B of 1st record of 2nd", 2, "T3B of 1st record of 3rd", 1, "T2B > T3B")},
-      {{0, 1},
-       {2.5, 3},
-       2,
-       see("T2E of last record of 2nd", 1, "T3B of last record of 3rd", 2.5,
-           "(T3B - T2E) > 1.000000000E+00")},
-      {{0, 1},
-       {0.000004, 3},
-       2,
-       see("T2B of 1st record of 2nd", 0, "T3B of 2st record of 3rd", 0.000004,
-           "abs(T2b-T3b) <= 0.5e-5")},
-      {{0, 1},
-       {0.5, 1.000004},
-       1,
-       see("T2E of last record of 2nd", 1, "T3E of last record of 3rd", 1.000004,
-           "T3E <= T2E+0.5e-5")},
-      {{0, 1},
-       {2, nan},
-       1,
-       see("T2E of last record of 2nd", 1, "T3E of last record of 3rd", nan, "T3E <= T2E+0.5e-5")},
-      {{0, 1},
-       {0, 1},
-       0,
-       see("T2E of last record of 2nd", 1, "T3E of last record of 3rd", 1, "T3E <= T2E+0.5e-5")},
-  };
-  for (const auto& c : kCases) {
-    put("a", sample::results_file_bytes(at_times(c.a)));
-    put("b", sample::results_file_bytes(at_times(c.b)));
-    expect_refusal(scmd2(c.mode == 0 ? "a=a+b" : "c=a+b", {c.mode}), c.listing);
     EXPECT_FALSE(exists("c"));
   }
 }
