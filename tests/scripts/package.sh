@@ -17,8 +17,7 @@ else
   echo "lintian or dpkg-deb is not installed: the .deb was not checked"
 fi
 # Those that need something prepared, those with a picture; the others go as outputs does.
-for name in outputs heat_map compare join_append repair_results repair_saving from_text_results \
-  from_text_saving; do
+for name in outputs heat_map compare join_append repair_results from_text_saving; do
   unpacked/share/zorvik/demo "$name" >demo.log 2>&1 || { cat demo.log; exit 1; }
   grep -q '^== exit status 0$' demo.log
   grep -q ' 00001 ' demo.log
@@ -27,7 +26,8 @@ for name in outputs heat_map compare join_append repair_results repair_saving fr
       ! command -v gnuplot >/dev/null || grep -q '^== picture' demo.log ;;
   esac
 done
-for file in bin/zorvik share/doc/zorvik/copyright share/zorvik/editors/zorvik.vim \
-  share/man/man7/zorvik_language.7.gz; do
-  [ -e "unpacked/$file" ] || { echo "no $file"; exit 1; }
+cd unpacked
+for file in bin/zorvik share/doc/zorvik/copyright share/zorvik/editors/zorvik.vim share/man/man1/zorvik.1* \
+  share/man/man5/zorvik_files.5* share/man/man7/zorvik_language.7* share/man/man7/zorvik_messages.7*; do
+  [ -e "$file" ] || { echo "no $file"; exit 1; }
 done
