@@ -1,7 +1,8 @@
 // value = m * 2^e and 10^k = p * 2^x, both m and p with 64 bits and the highest one set. m * p has
 // 128 bits, of which the integer part of value * 10^k are the leading ones when k is chosen so that
-// it has `count` digits. p is cut off, so the product is short by less than 2^64 units; unless the
-// fraction lies that close to one half, the digits are those of the exact product.
+// it has `count` digits; of at most ten digits they and the 29 bits behind them stand in its upper
+// half. p is cut off and the lower half is left out, so the upper half is short by less than 3;
+// unless the fraction lies that close to one half, the digits are those of the exact product.
 #include "driver/decimal_digits.h"
 
 #include <array>
@@ -51,6 +52,8 @@ constexpr Powers kPowers = make_powers();
 static_assert(kPowers[0] == 0x8000000000000000u && kPowers[1] == 0xA000000000000000u &&
               kPowers[-1] == 0xCCCCCCCCCCCCCCCCu && kPowers[27] == 0xCECB8F27F4200F3Au);
 
+constexpr std::uint64_t kShortBy = 3;
+
 constexpr std::uint64_t kTens[] = {1,       10,       100,       1000,       10000,      100000,
                                    1000000, 10000000, 100000000, 1000000000, 10000000000};
 
@@ -72,13 +75,13 @@ bool find_leading_digits(double value, int count, DecimalDigits& result) {
   for (int exponent = floor_log10_of_2_to(binary);; ++exponent) {
     const int power = count - 1 - exponent;
     const Wide product = Wide{mantissa} * kPowers[power];
-    const int fraction_bits = 126 - binary - floor_log2_of_10_to(power);
-    auto digits = static_cast<std::uint64_t>(product >> fraction_bits);
+    const int fraction_bits = 62 - binary - floor_log2_of_10_to(power);
+    const auto upper = static_cast<std::uint64_t>(product >> 64);
+    std::uint64_t digits = upper >> fraction_bits;
     if (digits >= limit) continue;  // one digit more than wanted
-    const Wide fraction = product & ((kOne << fraction_bits) - 1);
-    const Wide half = kOne << (fraction_bits - 1);
-    const Wide distance = fraction > half ? fraction - half : half - fraction;
-    if (distance <= kOne << 65) return false;
+    const std::uint64_t half = std::uint64_t{1} << (fraction_bits - 1);
+    const std::uint64_t fraction = upper & (2 * half - 1);
+    if (fraction - half + kShortBy <= 2 * kShortBy) return false;
     digits += fraction > half ? 1 : 0;
     const bool carried = digits == limit;
     result = {carried ? digits / 10 : digits, carried ? exponent + 1 : exponent};

@@ -79,22 +79,27 @@ char* put_exponent(char* to, int exponent) {
   return to + 2;
 }
 
-// Writes the sign, the digits with the point behind the first, and the exponent. Each character is
-// written once, the digits from the last to the first.
+void put_four(char* to, std::uint32_t number) {
+  put_pair(to, number / 100);
+  put_pair(to + 2, number % 100);
+}
+
+// Writes the sign, the digits with the point behind the first, and the exponent. There are always
+// ten digits to write, in two halves that do not wait for each other; the exponent stands over
+// those that are too many.
 char* lay_out(char* to, bool negative, const DecimalDigits& decimal, int decimals) {
+  constexpr std::uint64_t kTens[kMaxFastDigits] = {
+      1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000, 1000000000};
   if (negative) *to++ = '-';
-  char* const end = to + 2 + decimals;
-  char* digit = end;
-  std::uint64_t digits = decimal.digits;
-  int left = decimals;
-  for (; left > 1; left -= 2, digits /= 100) put_pair(digit -= 2, digits % 100);
-  if (left == 1) {
-    *--digit = static_cast<char>('0' + digits % 10);
-    digits /= 10;
-  }
-  to[0] = static_cast<char>('0' + digits);
+  const std::uint64_t digits = decimal.digits * kTens[kMaxFastDigits - 1 - decimals];
+  const auto first = static_cast<std::uint32_t>(digits / 100000);
+  const auto last = static_cast<std::uint32_t>(digits % 100000);
+  to[0] = static_cast<char>('0' + first / 10000);
   to[1] = '.';
-  return put_exponent(end, decimal.exponent);
+  put_four(to + 2, first % 10000);
+  put_four(to + 6, last / 10);
+  to[10] = static_cast<char>('0' + last % 10);
+  return put_exponent(to + 2 + decimals, decimal.exponent);
 }
 
 // The exact conversion, for what the fast one leaves.

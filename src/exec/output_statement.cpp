@@ -138,8 +138,14 @@ int execute_output_statement(StatementCode code, int position) {
     writer.add_time(main_key_value(kTau));
   }
   for (;;) {
-    position = u92xt3(position);
-    add_values(writer, evaluation.entry[1]);
+    BaseType type;
+    if (const double* const number = number_in_variable(position, type)) {
+      writer.add_number(*number, type);
+      position = after_expression(position);
+    } else {
+      position = u92xt3(position);
+      add_values(writer, evaluation.entry[1]);
+    }
     if (code_store.word[position] != kListSeparator) break;
     ++position;
   }

@@ -14,7 +14,7 @@
 namespace zorvik {
 namespace {
 
-constexpr int kMergedGap = 256;  // values that are cheaper to read than to jump over
+constexpr int kMergedGap = 512;  // values that are cheaper to read than to jump over
 
 constexpr int kDiskValues = 1 << 17;           // read at a time from the disk: 1 MB
 constexpr std::int64_t kNearRecord = 1 << 15;  // values of a record of which blocks hold several

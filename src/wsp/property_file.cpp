@@ -170,6 +170,8 @@ void select_property_tables() {
   tables_loaded = true;
 }
 
+bool has_property_tables() { return tables_loaded; }
+
 void forget_property_file() { tables_loaded = false; }
 
 }  // namespace zorvik

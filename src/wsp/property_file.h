@@ -25,6 +25,9 @@ int load_property_tables(int unit, std::string_view name, int mode, double optio
 // selects the options anew.
 void select_property_tables();
 
+// True from the first selection on.
+bool has_property_tables();
+
 // Makes the next selection read the file again.
 void forget_property_file();
 

@@ -148,8 +148,17 @@ bool call_function(const Instruction& i) {
   return true;
 }
 
+bool find_property(const Instruction& i) {
+  const PropertyRequest& request = i.with.property;
+  if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return false;
+  if (may_be_undefined(*request.phase) || may_be_undefined(*request.property)) return false;
+  return find_property(request, *i.a, *i.b, *i.to);
+}
+
 bool run_rare(const Instruction& i) {
   switch (i.op) {
+    case Op::kProperty:
+      return find_property(i);
     case Op::kLargest:
       return find_extreme(i, largest_of);
     case Op::kSmallest:
@@ -418,6 +427,7 @@ int run_decoded(int position) {
       case Op::kLargest:
       case Op::kSmallest:
       case Op::kInterpolate:
+      case Op::kProperty:
       case Op::kFunction:
         if (!run_rare(i)) return i.statement;
         last = *i.to;

@@ -14,6 +14,7 @@
 #include <cstdint>
 
 #include "exec/functions/elementary_functions.h"
+#include "exec/functions/property_functions.h"
 #include "exec/values/loop_record.h"
 #include "lang/code/code_store.h"
 #include "stores/value_types.h"
@@ -91,6 +92,7 @@ enum class Op : std::uint8_t {
   kLargest,      // to = the largest element of the block
   kSmallest,     // to = the smallest one
   kInterpolate,  // to = LINS(y, x, b, a) of the table
+  kProperty,     // to = a property of water or steam at a, or at a and b
   // Elements of a block: row a, or row a of column b.
   kLoad,    // to = the element
   kLoad2,   // the same in two dimensions
@@ -153,6 +155,7 @@ struct Instruction {
     Block block;
     Table table;
     ElementaryFunction function;
+    PropertyRequest property;
   } with = {};
 };
 

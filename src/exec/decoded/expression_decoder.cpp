@@ -129,7 +129,7 @@ void ExpressionDecoder::emit_result(Instruction instruction, BaseType type) {
 // ---- Operands ----
 
 void ExpressionDecoder::push(const double* place, BaseType type, const Variable* array) {
-  stack_[depth_] = {place, type, nullptr};
+  stack_[depth_] = {place, type, nullptr, {}};
   if (array != nullptr) {
     arrays_[depth_] = *array;
     stack_[depth_].array = &arrays_[depth_];
@@ -142,12 +142,13 @@ void ExpressionDecoder::push(const double* place, BaseType type, const Variable*
 ExpressionDecoder::Operand ExpressionDecoder::pop() {
   const Operand operand = stack_[--depth_];
   values_ -= operand.elements();
+  text_ -= static_cast<int>(operand.text.size());
   return operand;
 }
 
 bool ExpressionDecoder::are_numbers(int count) const {
   for (int k = depth_ - count; k < depth_; ++k) {
-    if (stack_[k].array != nullptr) return false;
+    if (stack_[k].array != nullptr || stack_[k].type == kCharacter) return false;
   }
   return true;
 }
@@ -203,7 +204,7 @@ bool ExpressionDecoder::decode_items(int at, int count) {
 bool ExpressionDecoder::decode_item(const Item& item) {
   switch (item.item_class()) {
     case ItemClass::kConstant:
-      if (item.base_type() == kCharacter) return false;
+      if (item.base_type() == kCharacter) return push_text_constant(item.first);
       push(&number_constant(item.first), item.base_type());
       return true;
     case ItemClass::kVariable:
@@ -281,6 +282,7 @@ void ExpressionDecoder::choose_form(Instruction& operation) {
 bool ExpressionDecoder::decode_function(int number) {
   if (number == kFunctionMaxa || number == kFunctionMina) return decode_extreme(number);
   if (number == kFunctionLins) return decode_interpolation();
+  if (number == kFunctionWs1p1 || number == kFunctionWs2p1) return decode_property(number);
   if (!are_numbers(function_of(number).arguments)) return false;
   if (number >= kFunctionAbs && number <= kFunctionTeta) return decode_elementary(number);
   return decode_of_two(number);
@@ -329,14 +331,43 @@ bool ExpressionDecoder::decode_extreme(int number) {
 }
 
 bool ExpressionDecoder::decode_interpolation() {
+  if (!are_numbers(2)) return false;
   const Operand at = pop(), n = pop(), x = pop(), y = pop();
-  if (at.array != nullptr || n.array != nullptr || n.type != kInteger) return false;
+  if (n.type != kInteger) return false;
   if (x.array == nullptr || y.array == nullptr) return false;
   emit_result({.op = Op::kInterpolate,
                .a = at.place,
                .b = n.place,
                .with = {.table = {y.place, x.place, y.elements(), x.elements()}}},
               kReal);
+  return true;
+}
+
+// A text is there for the functions of properties only. Where it stands on the stack it takes the
+// room of a value, which the general evaluator does not give it: that is less than its limit.
+bool ExpressionDecoder::push_text_constant(int number) {
+  const std::string_view text = text_constant(number);
+  if (text_ + static_cast<int>(text.size()) > kTextAreaCapacity) return false;
+  push(nullptr, kCharacter);
+  stack_[depth_ - 1].text = text;
+  text_ += static_cast<int>(text.size());
+  return true;
+}
+
+bool ExpressionDecoder::decode_property(int number) {
+  const bool is_saturated = number == kFunctionWs1p1;
+  if (!are_numbers(is_saturated ? 2 : 3)) return false;
+  const Operand property = pop(), second = pop(), first = is_saturated ? second : pop();
+  const Operand kind = pop();
+  if (kind.type != kCharacter || !are_numbers(1)) return false;
+  const Operand phase = pop();
+  if (property.type != kInteger || phase.type != kInteger) return false;
+  const PropertyRequest request{phase.place, property.place,
+                                property_kind(is_saturated, kind.text)};
+  if (!may_be_asked_again(request.kind)) return false;
+  emit_result(
+      {.op = Op::kProperty, .a = first.place, .b = second.place, .with = {.property = request}},
+      kReal);
   return true;
 }
 

@@ -47,7 +47,8 @@ class ExpressionDecoder {
   struct Operand {
     const double* place;
     BaseType type;
-    const Variable* array;  // null: one number
+    const Variable* array;  // null: one number or a text
+    std::string_view text;  // of a text, whose place is null
     int elements() const { return array == nullptr ? 1 : array->block.d1 * array->block.d2; }
   };
 
@@ -65,6 +66,8 @@ class ExpressionDecoder {
   bool decode_of_two(int number);
   bool decode_extreme(int number);
   bool decode_interpolation();
+  bool decode_property(int number);
+  bool push_text_constant(int number);
   bool take_subscripts(const Variable& variable, int count, const double*& row,
                        const double*& column);
 
@@ -80,7 +83,7 @@ class ExpressionDecoder {
   Operand stack_[kMaxItems + 1];
   Variable arrays_[kMaxItems + 1];
   int depth_ = 0;
-  int values_ = 0;  // that the general evaluator would hold
+  int values_ = 0, text_ = 0;  // that the general evaluator would hold
   int temporaries_ = 0;
 };
 

@@ -44,10 +44,10 @@ void require_numeric_scalars(int number, int count) {
   require_scalars(number, 1, count);
 }
 
-int rounded_argument(int k, int count) {
+int rounded_to_int(double given) {
   constexpr double kLowest = std::numeric_limits<int>::min();
   constexpr double kHighest = std::numeric_limits<int>::max();
-  const double value = round_half_away(argument_value(k, count));
+  const double value = round_half_away(given);
   if (!(value >= kLowest)) return std::numeric_limits<int>::min();  // not-a-number too
   return static_cast<int>(std::min(value, kHighest));
 }

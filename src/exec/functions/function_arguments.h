@@ -31,8 +31,10 @@ void require_integers(int number, int first, int last);
 // Both for all arguments: the check of elementary functions.
 void require_numeric_scalars(int number, int count);
 
-// A scalar's whole number, rounded half away from zero and held within the range of int.
-int rounded_argument(int k, int count);
+// The whole number of a value or of a scalar argument, rounded half away from zero and held within
+// the range of int.
+int rounded_to_int(double value);
+inline int rounded_argument(int k, int count) { return rounded_to_int(argument_value(k, count)); }
 
 }  // namespace zorvik
 

@@ -1,3 +1,6 @@
+// A call is judged argument by argument, then looked up. A call whose arguments are known to be
+// good when it is compiled needs the look-up alone:
+//   WS2P1(0, 'PT', P, T, 5) -> phase 0, kind PT, property 5 at P and T
 #include "exec/functions/property_functions.h"
 
 #include <algorithm>
@@ -16,8 +19,6 @@
 namespace zorvik {
 namespace {
 
-constexpr int kKindWidth = 2;
-
 // The checks of both functions; the last argument is the property number. The texts differ in what
 // they call the function and its last argument.
 void check_arguments(int number, std::string_view integer_text) {
@@ -33,18 +34,23 @@ void check_arguments(int number, std::string_view integer_text) {
   require_scalars(number, 3, count);
 }
 
+bool is_property(int number) {
+  return number != 0 && number <= kPropertyCount && number >= -kPropertyCount;
+}
+
 // The property number, 1 to 15; the run ends with `text` for any other.
 int property_number(int count, std::string_view text) {
   const int given = rounded_argument(count, count);
-  if (given == 0 || given > kPropertyCount || given < -kPropertyCount) stop_at_statement(text);
+  if (!is_property(given)) stop_at_statement(text);
   return std::abs(given);
 }
 
-// The first characters of the text argument, padded with blanks.
-struct KindText {
-  char text[kKindWidth];
-  explicit KindText(int count) { copy_padded(text, kKindWidth, text_of(argument(2, count))); }
-};
+// Property k of the kind asked for, from one or two quantities; the status of the property routine.
+int look_up(const PropertyKind& kind, int phase, int k, double first, double second,
+            PropertyArray& properties, std::string& text) {
+  if (kind.is_saturated) return NWS1P1(phase, kind.text[0], first, k, k, properties, text);
+  return NWS2P1(phase, {kind.text, sizeof kind.text}, first, second, k, k, properties, text);
+}
 
 [[noreturn]] void stop_out_of_range(std::string_view text, int number) {
   const std::size_t split = split_position(text);
@@ -53,38 +59,56 @@ struct KindText {
   stop_at_statement(message(text.substr(split + 1), " See ", function_of(number).name));
 }
 
-// Replaces the arguments by property k, or ends the run with the text of a negative status.
-void finish(int number, int status, int k, const PropertyArray& properties, std::string_view text) {
+// Replaces the arguments by a property, or ends the run with the text of a negative status.
+void replace_by_property(int number, bool is_saturated, int k) {
+  const int count = function_of(number).arguments;
+  select_property_tables();
+  PropertyArray properties;
+  std::string text;
+  const int status =
+      look_up(property_kind(is_saturated, text_of(argument(2, count))), rounded_argument(1, count),
+              k, argument_value(3, count), argument_value(count - 1, count), properties, text);
   if (status < 0) stop_out_of_range(text, number);
-  replace_by_scalar(function_of(number).arguments, kReal, properties.value[k]);
+  replace_by_scalar(count, kReal, properties.value[k]);
 }
 
 }  // namespace
+
+PropertyKind property_kind(bool is_saturated, std::string_view text) {
+  PropertyKind kind{is_saturated, {}};
+  copy_padded(kind.text, sizeof kind.text, text);
+  return kind;
+}
+
+bool may_be_asked_again(const PropertyKind& kind) {
+  const char letter = upper_case(kind.text[0]);
+  return !kind.is_saturated || (letter != 'H' && letter != 'U');
+}
+
+bool find_property(const PropertyRequest& request, double first, double second, double& result) {
+  const int number = rounded_to_int(*request.property);
+  if (!has_property_tables() || !is_property(number)) return false;
+  const int k = std::abs(number);
+  PropertyArray properties;
+  std::string text;
+  const int status =
+      look_up(request.kind, rounded_to_int(*request.phase), k, first, second, properties, text);
+  if (status == 0) result = properties.value[k];
+  return status == 0;
+}
 
 void saturation_property(int number) {
   constexpr int kArguments = 4;
   check_arguments(number, "%err- Function WS1P1. 1st (and/or 4th) argument not integer");
   const int k = property_number(kArguments, "%fat- WS1P1: invalid 4th argument");
-  select_property_tables();
-  PropertyArray properties;
-  std::string text;
-  const int status = NWS1P1(rounded_argument(1, kArguments), KindText(kArguments).text[0],
-                            argument_value(3, kArguments), k, k, properties, text);
-  finish(number, status, k, properties, text);
+  replace_by_property(number, true, k);
 }
 
 void single_phase_property(int number) {
   constexpr int kArguments = 5;
   check_arguments(number, "%err- Function WS1P2. 1st (and/or 5th) argument not integer");
   const int k = property_number(kArguments, "%fat- WS2P1: invalid 5th argument");
-  select_property_tables();
-  const KindText kind(kArguments);
-  PropertyArray properties;
-  std::string text;
-  const int status =
-      NWS2P1(rounded_argument(1, kArguments), {kind.text, kKindWidth},
-             argument_value(3, kArguments), argument_value(4, kArguments), k, k, properties, text);
-  finish(number, status, k, properties, text);
+  replace_by_property(number, false, k);
 }
 
 }  // namespace zorvik

@@ -2,7 +2,29 @@
 #ifndef ZORVIK_EXEC_FUNCTIONS_PROPERTY_FUNCTIONS_H_
 #define ZORVIK_EXEC_FUNCTIONS_PROPERTY_FUNCTIONS_H_
 
+#include <string_view>
+
 namespace zorvik {
+
+// What the text argument of a call says, blank-padded, and of which of the two functions it is.
+struct PropertyKind {
+  bool is_saturated;  // WS1P1
+  char text[2];
+};
+PropertyKind property_kind(bool is_saturated, std::string_view text);
+
+// False when the result depends on the look-up before, so that the same call may give another one.
+bool may_be_asked_again(const PropertyKind& kind);
+
+// A call whose arguments have the right types, but for the quantities given.
+struct PropertyRequest {
+  const double *phase, *property;
+  PropertyKind kind;
+};
+
+// The property at `first`, and `second` for WS2P1. False when the tables are not loaded or the call
+// would end the run.
+bool find_property(const PropertyRequest& request, double first, double second, double& result);
 
 // WS1P1(i, s, x, k): property k on the saturation line, from x. WS2P1(i, s, x1, x2, k): property k
 // of one phase, from the pressure x1 and x2. The texts s name the given quantities. Refused: "%err-
