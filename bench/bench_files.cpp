@@ -1,8 +1,9 @@
 // bench_files KIND: writes the file or files of a benchmark into the current directory.
 //   header    vnxres: 3,908 entries of 20 values, one record
 //   extended  vnxres: extended layout, 64,031 values a record, 256 records (131 MB)
-//   standard  vnxres: standard layout, 501 values a record, 32,000 records (128 MB)
-//   text      vnxres: the same layout, 5,000 records (20 MB)
+//   standard  vnxres: standard layout, 2,001 values a record, 8,000 records (128 MB)
+//   seven     vnxres: standard layout, 501 values a record, 32,000 records (128 MB)
+//   text      vnxres: the same as seven, 5,000 records (20 MB)
 //   join      run1 and run2: the same layout, 8,000 records each, one after the other in time
 //   savings   savings, a save file: 400 records of 200 KB; kept: as many bytes as half of them
 //   tables    nwsp_dat of the sample plant
@@ -72,17 +73,18 @@ void write_extended_file() {
   write_records(out, Values(kExtended + 14), kExtended, 0, 256);
 }
 
-void write_standard_file(const std::string& name, int first, int count) {
+// Twenty variables of `extent` values each.
+void write_standard_file(const std::string& name, int extent, int first, int count) {
   ResultsFile file{};
-  file.standard_values = 501;
+  file.standard_values = 1 + 20 * extent;
   for (int k = 1; k <= 20; ++k) {
     char entry[32];
-    std::snprintf(entry, sizeof entry, "S%d(1:25)", k);
-    file.entries.push_back({entry, 1, 25, 1, 1, 25001});
+    std::snprintf(entry, sizeof entry, "S%d(1:%d)", k, extent);
+    file.entries.push_back({entry, 1, extent, 1, 1, 1000 * extent + 1});
   }
   std::ofstream out = created(name);
   out << results_header_bytes(file);
-  write_records(out, Values(501), 0, first, count);
+  write_records(out, Values(static_cast<std::size_t>(file.standard_values)), 0, first, count);
 }
 
 void write_savings() {
@@ -123,26 +125,32 @@ void write_largest_program() {
   c << c_begin << c_body << "printf(\"%g\", " << name(7) << "); return 0; }\n";
 }
 
+constexpr struct {
+  std::string_view kind;
+  void (*write)();
+} kKinds[] = {
+    {"header", write_header_file},
+    {"extended", write_extended_file},
+    {"standard", [] { write_standard_file("vnxres", 100, 0, 8000); }},
+    {"seven", [] { write_standard_file("vnxres", 25, 0, 32000); }},
+    {"text", [] { write_standard_file("vnxres", 25, 0, 5000); }},
+    {"join",
+     [] {
+       write_standard_file("run1", 25, 0, 8000);
+       write_standard_file("run2", 25, 8000, 8000);
+     }},
+    {"savings", write_savings},
+    {"tables", [] { created("nwsp_dat") << sample_property_file_bytes(); }},
+    {"largest", write_largest_program},
+};
+
 bool write_files(std::string_view kind) {
-  if (kind == "header")
-    write_header_file();
-  else if (kind == "extended")
-    write_extended_file();
-  else if (kind == "standard")
-    write_standard_file("vnxres", 0, 32000);
-  else if (kind == "text")
-    write_standard_file("vnxres", 0, 5000);
-  else if (kind == "join")
-    write_standard_file("run1", 0, 8000), write_standard_file("run2", 8000, 8000);
-  else if (kind == "savings")
-    write_savings();
-  else if (kind == "tables")
-    created("nwsp_dat") << sample_property_file_bytes();
-  else if (kind == "largest")
-    write_largest_program();
-  else
-    return false;
-  return true;
+  for (const auto& row : kKinds) {
+    if (row.kind != kind) continue;
+    row.write();
+    return true;
+  }
+  return false;
 }
 
 }  // namespace
@@ -150,7 +158,6 @@ bool write_files(std::string_view kind) {
 
 int main(int argc, char** argv) {
   if (argc == 2 && zorvik::sample::write_files(argv[1])) return 0;
-  std::fputs("usage: bench_files header|extended|standard|text|join|savings|tables|largest\n",
-             stderr);
+  std::fputs("usage: bench_files KIND\n", stderr);
   return 2;
 }
