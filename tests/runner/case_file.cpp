@@ -137,7 +137,8 @@ std::vector<std::string> lines_of_row(const std::string& row) {
 // The arrow that comes first in the row.
 std::string arrow_of(const std::string& row) {
   std::size_t first = std::string::npos;
-  for (const char* arrow : {" -> ", " >> ", " !> "}) first = std::min(first, row.find(arrow));
+  for (const char* arrow : {" -> ", " >> ", " !> ", " ~> "})
+    first = std::min(first, row.find(arrow));
   return first == std::string::npos ? "" : row.substr(first, 4);
 }
 
@@ -155,7 +156,8 @@ std::vector<std::string> take_pointers(std::string& text, std::size_t begin) {
 }
 
 // Puts a row's text where it belongs: a file's place, what it changes there, or the program's "@".
-std::vector<std::string> place_row(const Section& section, const std::string& row, Case& c) {
+std::vector<std::string> place_row(const Section& section, const std::string& row, Case& c,
+                                   const std::string& repository) {
   const std::string kind = section.word(0), name = section.word(1);
   if (kind == "change") {
     const std::vector<std::string> parts = parts_of(row, " => ");
@@ -164,6 +166,10 @@ std::vector<std::string> place_row(const Section& section, const std::string& ro
     const std::size_t at = content.find(from);
     if (at == std::string::npos) reject(section.where, "not in the file: " + from);
     content.replace(at, from.size(), joined(lines_of_row(parts.at(1)), "\n"));
+    return {};
+  }
+  if (name == "program") {
+    c.inputs["zrvdat"] = content_of(repository + '/' + row.substr(0, row.find(' ')));
     return {};
   }
   if (!name.empty() && name != "before" && name != "then") {
@@ -181,7 +187,7 @@ std::vector<std::string> place_row(const Section& section, const std::string& ro
 }
 
 // One case for each line of the section that does not begin with a blank; see case_file.h.
-void add_rows(const Section& section, std::vector<Case>& cases) {
+void add_rows(const Section& section, std::vector<Case>& cases, const std::string& repository) {
   const Case pattern = cases.back();
   cases.pop_back();
   const auto words_behind = [&](const std::string& word) {
@@ -193,12 +199,12 @@ void add_rows(const Section& section, std::vector<Case>& cases) {
   for (std::size_t k = 0; k < section.lines.size();) {
     Case c = pattern;
     std::string line = section.lines[k++];
-    if (line.ends_with(" !>")) line += ' ';
+    if (line.ends_with('>')) line += ' ';
     if (arrow_of(line).empty()) line += " -> ";  // all is said under the row
     const std::string arrow = arrow_of(line);
     std::vector<std::string> said = parts_of(line, arrow);
     c.rule += ": " + said[0];
-    const auto pointers = place_row(section, said[0], c);
+    const auto pointers = place_row(section, said[0], c, repository);
     said.erase(said.begin());
     if (said[0].empty()) said.clear();
     for (; k < section.lines.size() && section.lines[k].starts_with(' '); ++k) {
@@ -213,6 +219,8 @@ void add_rows(const Section& section, std::vector<Case>& cases) {
     const std::string text = ' ' + joined(said, "\n ") + '\n';
     if (arrow == " -> ") {
       add_stop(c, text, false);
+    } else if (arrow == " ~> ") {
+      c.expectations.push_back({"zrvlis", Match::kContains, false, text});
     } else {
       c.status = arrow == " !> " ? 1 : 0;
       c.expectations.push_back({"console", Match::kWhole, false, text});
@@ -270,7 +278,7 @@ void close_section(Section& section, std::vector<Case>& cases, Case& common,
   while (!section.lines.empty() && section.lines.back().empty()) section.lines.pop_back();
   const bool rows = section.word(0) == "each" || section.word(0) == "change";
   if (rows && !cases.empty()) {
-    add_rows(section, cases);
+    add_rows(section, cases, repository);
   } else {
     add_section(section, cases.empty() ? common : cases.back(), repository);
   }
