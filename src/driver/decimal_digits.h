@@ -10,12 +10,14 @@ constexpr int kMaxFastDigits = 10;
 
 struct DecimalDigits {
   std::uint64_t digits;  // `count` digits, the first of them not zero
-  int exponent;          // of ten, of the first digit
+  int exponent;          // of ten: the value is d.ddd... times ten to it; -308 to 308
 };
 
-// Finds the first `count` (1 to 10) significant digits of `value`, positive and finite. False when
-// the value is too small or so close to halfway between two results that 64 bits can't tell; an
-// exact conversion has to do it then. 615.25 with 4 digits gives 6153 (the tie: false) and 2.
+// Finds the first `count` (1 to kMaxFastDigits) significant digits of `value`, positive and finite,
+// rounded to the nearest. 615.26 with 4 digits gives 6153 and the exponent 2, 9.999 with 3 gives
+// 100 and 1. False, and nothing found, when the value is below the normal numbers (2.3e-308) or so
+// close to halfway between two results, as 615.25 is, that 64 bits can't tell: the caller then
+// needs an exact conversion. Nothing is reported.
 bool find_leading_digits(double value, int count, DecimalDigits& result);
 
 }  // namespace zorvik

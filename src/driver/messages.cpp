@@ -1,3 +1,6 @@
+// A record is one line of its file, handed over with the blank of column 1. A listing that can't be
+// written is told on the console and ends the run; the end finds the listing failed and says
+// nothing more of it.
 #include "driver/messages.h"
 
 #include <string>

@@ -1,3 +1,7 @@
+// Units are closed from the last to the first, then the console and last the listing, so that every
+// failure on the way can still be told in the listing or on the console. Files that a failed run
+// was making are given up (File::abandon). A failure while the end is reported ends the process at
+// once.
 #include "driver/run_end.h"
 
 #include <cstdlib>

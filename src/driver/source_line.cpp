@@ -1,3 +1,6 @@
+// A record is read into the line, blanks behind it up to the line's capacity, and handed out
+// character by character. Going back to a place is reading from the text's beginning when the place
+// lies behind: lines have no index, and few places are gone back to.
 #include "driver/source_line.h"
 
 #include <algorithm>

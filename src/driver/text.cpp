@@ -1,3 +1,4 @@
+// Texts are views: trimming moves their ends and copies nothing.
 #include "driver/text.h"
 
 #include <algorithm>

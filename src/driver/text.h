@@ -30,6 +30,7 @@ bool equal_padded(std::string_view a, std::string_view b);
 // Copies `text` into the field of `width` characters, cut or padded with blanks.
 void copy_padded(char* field, std::size_t width, std::string_view text);
 
+// What message() below appends for one of its pieces.
 void append_piece(std::string& text, std::string_view piece);
 void append_piece(std::string& text, char piece);
 void append_decimal(std::string& text, long long number);

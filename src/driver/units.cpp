@@ -1,3 +1,5 @@
+// A code decides a file's name and how it is opened, by a row of kFileCodes; what is no code is the
+// file of an OUTPUT. The console is adopted when it is first asked for.
 #include "driver/units.h"
 
 #include <fcntl.h>

@@ -52,7 +52,8 @@ enum class Use {
 // the console. Called once, before any file is opened.
 void occupy_standard_descriptors();
 
-// The file of a unit, open or not.
+// The file of a unit, 0 to kUnitCount - 1, open or not; the console is always open. It stays the
+// same object for the whole run.
 File& file_on(int unit);
 
 // Opens the file of `code` on `unit` (SC1 and SC2 always use kScratchUnit). A file that must exist

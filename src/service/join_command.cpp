@@ -1,3 +1,6 @@
+// The text is cut by the program's own lexer, from memory, after its blanks are taken out. So a
+// name is what a name of the language may be; its letters stay as they are.
+//   "all = run1 + run2" -> all=run1+run2 -> name, "=", name, "+", name
 #include "service/join_command.h"
 
 #include "driver/messages.h"

@@ -1,3 +1,6 @@
+// Both headers are read side by side, group by group, so that the first difference is met before a
+// later group could be misread. Records have one length, so that any of them is found by its
+// number.
 #include "service/join_input.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// All checks come first. Times are read from the records in place; then bytes are copied in two
+// stretches, the earlier file's and the later one's, without looking into the records again.
 #include "service/join_results.h"
 
 #include <algorithm>
@@ -14,7 +16,7 @@
 namespace zorvik {
 namespace {
 
-constexpr double kEqualTimes = 0.5e-5;
+constexpr double kEqualTimes = 0.5e-5;  // problem times, s
 constexpr std::size_t kCopyBytes = 256 * 1024;
 
 ResultsHeader earlier_header, later_header;
@@ -97,6 +99,7 @@ Joint find_joint(JoinInput& earlier, JoinInput& later, const TimePoints& t) {
 }
 
 [[noreturn]] void stop_on_failed_write(int status) {
+  // Two blanks: the ordinal's place in this text is four characters wide.
   stop_on_console("%fat- Write error. 1st  file in SCMD2", status);
 }
 

@@ -1,3 +1,6 @@
+// The results file's records have one length: the file's size tells how many are whole. The save
+// file has to be walked through to the first record that is not; the file is then opened again, and
+// cut where a second walk over the whole ones ends.
 #include "service/repair.h"
 
 #include <string_view>
@@ -83,7 +86,7 @@ void repair_save_file() {
   end_file_here(save, "<vnxsav>");
   close_in_repair(save, "<vnxsav>");
   issue_message(listing_unit, "%inf- File <vnxsav> repaired");
-  error_count = 0;
+  error_count = 0;  // the damage was counted when it was found; it is gone now
 }
 
 void repair_results_file() {

@@ -1,3 +1,5 @@
+// Both directions go over the header by its groups and over a record by its pieces, in the same
+// order. The text has no number of records: the records go on while there is another lexeme.
 #include "service/results_text.h"
 
 #include <algorithm>
@@ -69,7 +71,8 @@ void close_after_to_text(File& file, std::string_view name) {
     case HeaderStatus::kReadError:
       stop_to_text(during_to_text("Read error", "<vnxres>"), results.io_status());
     case HeaderStatus::kEnd:
-      if (group == kSizes) stop_with_listing(kToTextConsequence);
+      if (group == kSizes)
+        stop_with_listing(kToTextConsequence);  // an empty file has no first line
       stop_to_text(during_to_text("Premature EOF detected", "<vnxres>"));
     default:
       stop_to_text(message(fault_of(status), "<vnxres>"));
@@ -233,7 +236,7 @@ void results_to_text() {
     read_and_check(results, static_cast<HeaderGroup>(group));
     write_as_text(text, items_of(header, static_cast<HeaderGroup>(group)));
   }
-  bool first = header.is_extended();
+  bool first = header.is_extended();  // without any record such a file is refused
   while (write_record_as_text(results, text, first)) first = false;
   text.finish();
   close_after_to_text(results, "<vnxres>");

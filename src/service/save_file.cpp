@@ -1,3 +1,5 @@
+// Each way of stepping through the file is a taker of fields on the walk of save_layout.h: the
+// lister wants few of them, so that the walk passes over the rest; the copier wants all.
 #include "service/save_file.h"
 
 #include "driver/messages.h"

@@ -1,3 +1,5 @@
+// TO_TEXT walks from the file to a writer of text, FROM_TEXT from a reader of text to the file.
+// What a field looks like in the text (comment, shape, minus) stands in the same row as its layout.
 #include "service/saving_text.h"
 
 #include <algorithm>

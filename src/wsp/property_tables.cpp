@@ -1,3 +1,5 @@
+// Which properties come from the patches is a list by property: an entry is the number of the
+// quantity that a patch gives (extended_range.cpp), 0 where there is none.
 #include "wsp/property_tables.h"
 
 #include <algorithm>

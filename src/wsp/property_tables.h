@@ -57,11 +57,11 @@ struct PropertyTables {
   double saturation_cubic[3 * kMaxSaturationRows];                               // V1, V2, V3
 
   // Options, set by each selection of the tables.
-  bool extended;          // cubic patches instead of bilinear interpolation where chosen
-  double tolerance;       // K, allowed on the wrong side of the saturation line
-  double pressure_limit;  // highest pressure and temperature accepted
-  double temperature_limit;
-  const int* patched;  // entry k - 1 not 0: property k comes from the patches
+  bool extended;             // cubic patches instead of bilinear interpolation where chosen
+  double tolerance;          // K, allowed on the wrong side of the saturation line
+  double pressure_limit;     // highest pressure accepted, Pa
+  double temperature_limit;  // highest temperature accepted, K
+  const int* patched;        // entry k - 1 not 0: property k comes from the patches
 
   // The rows found last, at which the next search begins. A damaged table that does not ascend is
   // always searched from its middle, so that a row never depends on the one before.
@@ -70,10 +70,14 @@ struct PropertyTables {
 };
 extern PropertyTables property_tables;
 
-// Sets limits, tolerance and the list of patched properties from the tables in use. A negative
-// option chooses the extended range; its absolute value, 1 to 50, is the tolerance (below 1: 50).
+// Sets limits, tolerance and the list of patched properties from the tables in use, which have been
+// read. `mode` chooses the list: 99 or -99, that of a run, or another one. A negative option
+// chooses the extended range; its absolute value in K, 1 to 50, is the tolerance (below 1, and
+// above: 50).
 void set_property_options(int mode, double option);
 
+// An entry of the saturation table: of its first 15 columns (1 pressure in Pa, 2 temperature in K),
+// of its 12 further ones. Columns and rows (up to N) count from 1.
 inline double saturation(int column, int row) {
   const PropertyTables& tables = property_tables;
   return tables.saturation[(column - 1) * tables.header.n + row - 1];
@@ -82,11 +86,13 @@ inline double saturation_more(int column, int row) {
   const PropertyTables& tables = property_tables;
   return tables.saturation_more[(column - 1) * tables.header.n + row - 1];
 }
-// Slope over pressure of a column (from 2) of the saturation table in the interval above `row`.
+// Slope over pressure, per Pa, of a column (2 to 15) of the saturation table in the interval above
+// `row`.
 inline double saturation_slope(int column, int row) {
   const PropertyTables& tables = property_tables;
   return tables.saturation_slope[(column - 2) * tables.header.n + row - 1];
 }
+// The critical point, Pa and K: the last row.
 inline double critical_pressure() { return saturation(kPressureColumn, property_tables.header.n); }
 inline double critical_temperature() {
   return saturation(kTemperatureColumn, property_tables.header.n);

@@ -13,7 +13,8 @@
 namespace zorvik {
 namespace {
 
-// Saturation temperatures of the maxima of steam enthalpy and steam internal energy.
+// Saturation temperatures (K) of the maxima of steam enthalpy and steam internal energy; the
+// messages name them too, so they are not taken from the file.
 constexpr double kEnthalpyMaximum = 507.848;
 constexpr double kEnergyMaximum = 509.014;
 

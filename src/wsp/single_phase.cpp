@@ -13,7 +13,8 @@
 namespace zorvik {
 namespace {
 
-// Kelvin on both sides of the saturation temperature that count as saturated.
+// Kelvin on both sides of the saturation temperature that count as saturated: a pressure and its
+// own saturation temperature, both given in decimals, should not decide for a phase.
 constexpr double kSaturationMargin = 0.001;
 
 // Block of each property in a grid table; property 6 belongs to the saturation line only.
