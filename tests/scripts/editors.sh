@@ -5,7 +5,7 @@ set -eu
 cd "$1/editors"
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-"$2" | sed -nE 's/^(keyword|function|key) ([^ ]+).*/\2/p' | sort >"$work/words"
+"$2" | sort >"$work/words"
 status=0
 compare() {
   sort "$work/found" | diff "$work/words" - >"$work/diff" && return
