@@ -183,6 +183,19 @@ TEST(SaturationLine, InterpolatesAllColumnsFromAnyQuantity) {
     ASSERT_EQ(saturation_line(2, 'H', 28e5), 0) << text;
     EXPECT_EQ(properties.value[1], 3e6);
   }
+  // Elsewhere a value has two places; up to the maximum's own temperature it is the lower one.
+  const struct {
+    char kind;
+    double before, value, temperature;
+  } kBranches[] = {{'H', 507.848, 27e5, 400},
+                   {'H', 507.849, 27e5, 510},
+                   {'U', 509.014, 26e5, 400},
+                   {'U', 509.015, 26e5, 510}};
+  for (const auto& b : kBranches) {
+    saturation_line(2, 'T', b.before);
+    ASSERT_EQ(saturation_line(2, b.kind, b.value), 0) << text;
+    EXPECT_DOUBLE_EQ(properties.value[2], b.temperature) << b.before;
+  }
   saturation_line(2, 'T', 530);
   ASSERT_EQ(saturation_line(2, 'U', 19e5), 0) << text;
   EXPECT_EQ(properties.value[2], 540);
@@ -354,10 +367,13 @@ TEST(Nws0ms, WritesLongTextsInTwoLinesAndTheContext) {
   std::string context(90, 'c'), lines = std::string(40, 'a') + ";" + std::string(38, 'b');
   const auto run = support::ended_run([&] {
     NWS0MS(1, context, false);
+    std::string shorter(lines, 1);  // 78 characters
+    NWS0MS(0, shorter, false);
     NWS0MS(0, lines, true);
   });
-  EXPECT_EQ(run.console, std::string(" ") + std::string(40, 'a') + ";\n " + std::string(38, 'b') +
-                             "\n " + std::string(80, 'c') + "\n Water/Steam Properties. Stop\n");
+  EXPECT_EQ(run.console, std::string(" ").append(lines, 1) + "\n " + std::string(80, 'c') + "\n " +
+                             std::string(40, 'a') + ";\n " + std::string(38, 'b') + "\n " +
+                             std::string(80, 'c') + "\n Water/Steam Properties. Stop\n");
   EXPECT_EQ(support::ended_run([&] { NWS0MS(-21, lines, false); }).console,
             " %WSP_F- NWS0MS: 1st parameter > 20\n Water/Steam Properties. Stop\n");
   load_small_tables();
