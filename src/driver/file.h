@@ -155,6 +155,9 @@ class File {
   std::unique_ptr<char[]> buffer_;
 };
 
+// Waits until the disk has the names of a folder; 0 or errno.
+int sync_folder(const std::string& folder);
+
 }  // namespace zorvik
 
 #endif  // ZORVIK_DRIVER_FILE_H_

@@ -44,7 +44,14 @@ int link_beside(int descriptor, const std::string& path, std::string& name) {
   return EEXIST;
 }
 
-// A rename is on the disk when its folder is. A file system that cannot do that says EINVAL.
+// Failures of a replacement after which the file may still be rewritten in place.
+bool forbids_replacing(int status) {
+  return status == EPERM || status == EACCES || status == EBUSY || status == EXDEV;
+}
+
+}  // namespace
+
+// A file system that cannot do it says EINVAL.
 int sync_folder(const std::string& folder) {
   const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (descriptor < 0) return errno;
@@ -53,17 +60,11 @@ int sync_folder(const std::string& folder) {
   return status;
 }
 
-// Failures of a replacement after which the file may still be rewritten in place.
-bool forbids_replacing(int status) {
-  return status == EPERM || status == EACCES || status == EBUSY || status == EXDEV;
-}
-
-}  // namespace
-
 File::~File() { close(); }
 
 int File::attach(int descriptor) {
   descriptor_ = descriptor;
+  io_status_ = 0;
   seekable_ = ::lseek(descriptor, 0, SEEK_CUR) >= 0;
   line_buffered_ = false;
   writing_ = false;

@@ -37,6 +37,7 @@ constexpr int kTextUnit = 7;
 constexpr int kSecondResultsUnit = 8;  // joining: the earlier file
 constexpr int kThirdResultsUnit = 9;   // joining: the later file
 constexpr int kJoinedResultsUnit = 10;
+constexpr int kCutUnit = 11;  // REPAIR: the copy of what is cut off
 constexpr int kScratchUnit = 32;
 constexpr int kFirstOutputUnit = 100;  // + the unit number in an OUTPUT's header
 constexpr int kUnitCount = 300;

@@ -17,7 +17,6 @@ namespace zorvik {
 namespace {
 
 constexpr double kEqualTimes = 0.5e-5;  // problem times, s
-constexpr std::size_t kCopyBytes = 256 * 1024;
 
 ResultsHeader earlier_header, later_header;
 
@@ -105,15 +104,15 @@ Joint find_joint(JoinInput& earlier, JoinInput& later, const TimePoints& t) {
 
 // Copies the bytes from `first` up to `end` of the input.
 void copy_bytes(JoinInput& input, std::int64_t first, std::int64_t end, File& output) {
-  static char buffer[kCopyBytes];
-  for (std::int64_t place = first; place < end;) {
-    stop_if_interrupted();
-    const auto bytes = static_cast<std::size_t>(
-        std::min<std::int64_t>(end - place, static_cast<std::int64_t>(kCopyBytes)));
-    const ReadStatus read = input.file.read_at(place, buffer, bytes);
-    if (read != ReadStatus::kOk) stop_on_record(input, read);
-    if (const int status = output.write(buffer, bytes); status != 0) stop_on_failed_write(status);
-    place += static_cast<std::int64_t>(bytes);
+  switch (output.copy_from(input.file, first, end - first)) {
+    case CopyStatus::kOk:
+      return;
+    case CopyStatus::kReadError:
+      stop_on_record(input, ReadStatus::kError);
+    case CopyStatus::kSourceEnds:
+      stop_on_record(input, ReadStatus::kCut);
+    case CopyStatus::kWriteError:
+      stop_on_failed_write(output.io_status());
   }
 }
 
@@ -136,7 +135,8 @@ void write_output(const JoinCommand& command, JoinInput& earlier, JoinInput& lat
     copy_bytes(earlier, 0, taken, output);
   }
   copy_bytes(later, later.offset_of(joint.from_later), later.offset_of(later.records + 1), output);
-  if (const int status = output.flush(); status != 0) stop_on_failed_write(status);
+  const int status = append ? output.sync() : output.flush();
+  if (status != 0) stop_on_failed_write(status);
   close_by_name(output, command.output());
   if (!append) close_by_name(earlier.file, earlier.name);
   close_by_name(later.file, later.name);

@@ -3,6 +3,8 @@
 // cut where a second walk over the whole ones ends.
 #include "service/repair.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <string_view>
 
 #include "driver/messages.h"
@@ -31,10 +33,36 @@ void close_in_repair(File& file, std::string_view name) {
   }
 }
 
+[[noreturn]] void stop_on_end(std::string_view name, int status) {
+  stop_repair(during_repair("ENDFILE error", name), status);
+}
+
 void end_file_here(File& file, std::string_view name) {
-  if (const int status = file.truncate_here(); status != 0) {
-    stop_repair(during_repair("ENDFILE error", name), status);
+  int status = file.truncate_here();
+  if (status == 0) status = file.sync();
+  if (status != 0) stop_on_end(name, status);
+}
+
+// Copies the save file from `start` on to the first of vnxsav.cut, vnxsav.cut2 ... that is free.
+void keep_what_is_cut(File& save, std::int64_t start) {
+  File& copy = file_on(kCutUnit);
+  const std::string name = "vnxsav.cut";
+  int status = copy.open_unnamed(name);
+  for (int k = 2; status == EEXIST; ++k) status = copy.open_unnamed(message(name, k));
+  if (status != 0) stop_on_end("<vnxsav>", status);
+  copy.keep_on_failure(File::kNoFile);
+  switch (copy.copy_from(save, start, save.size() - start)) {
+    case CopyStatus::kOk:
+      break;
+    case CopyStatus::kWriteError:
+      stop_on_end("<vnxsav>", copy.io_status());
+    default:
+      stop_repair(during_repair("I/O error", "<vnxsav>"), save.io_status());
   }
+  status = copy.sync();
+  if (status == 0) status = copy.close();
+  if (status == 0) status = sync_folder(".");
+  if (status != 0) stop_on_end("<vnxsav>", status);
 }
 
 [[noreturn]] void stop_without_records(std::string_view name) {
@@ -74,15 +102,26 @@ File& open_results(ResultsHeader& header) {
 void repair_save_file() {
   SaveCounts counts;
   File& save = open_at_records(counts);
-  std::int64_t records = 0;
-  if (scan_records(save, counts, records) == ScanStatus::kEnd) {
+  std::int64_t records = 0, good_bytes = save.position(), longest = 0;
+  ScanStatus status;
+  while ((status = scan_save_part(save, SavePart::kRecord, counts)) == ScanStatus::kOk) {
+    ++records;
+    longest = std::max(longest, save.position() - good_bytes);
+    good_bytes = save.position();
+  }
+  if (status == ScanStatus::kEnd) {
     issue_message(listing_unit, "%inf- File <vnxsav> has a valid structure. File not changed");
     end_run(RunEnd::kNormal);
   }
+  const bool is_unreadable = save.io_status() != 0;
   close_in_repair(save, "<vnxsav>");
   if (records == 0) stop_without_records("<vnxsav>");
   open_at_records(counts);
-  if (!skip_records(save, counts, records)) stop_repair(during_repair("I/O error", "<vnxsav>"));
+  if (const int refusal = save.write_refusal(); refusal != 0) stop_on_end("<vnxsav>", refusal);
+  if (is_unreadable || save.size() - good_bytes > longest) keep_what_is_cut(save, good_bytes);
+  if (const int failure = save.seek(good_bytes); failure != 0) {
+    stop_repair(during_repair("I/O error", "<vnxsav>"), failure);
+  }
   end_file_here(save, "<vnxsav>");
   close_in_repair(save, "<vnxsav>");
   issue_message(listing_unit, "%inf- File <vnxsav> repaired");

@@ -1,5 +1,10 @@
 // REPAIR: cuts a file whose last record is incomplete back to the end of its last complete record.
 // A file without damage is left alone.
+//
+// A torn write leaves less than a record. When more is to be cut off than the longest complete
+// record of the save file has bytes, or when the file could not be read to its end, that is first
+// copied to vnxsav.cut (or .cut2, .cut3 ... : no file is written over); if that fails, nothing is
+// cut.
 #ifndef ZORVIK_SERVICE_REPAIR_H_
 #define ZORVIK_SERVICE_REPAIR_H_
 

@@ -209,6 +209,34 @@ TEST_F(FileSafety, KeepReplacesTheSaveFileOrRewritesItInPlace) {
   }
 }
 
+TEST_F(FileSafety, RepairKeepsACopyOfMoreThanOneRecord) {
+  const sample::SaveFile file{{7, "T", {}, {}, {}, {}, 0}, {{}, {}, {}, {}}};
+  const std::string whole = sample::save_file_bytes(file);
+  const std::size_t record = sample::save_record_bytes(file.records[0]).size();
+  const std::size_t second = whole.size() - 3 * record;
+  put("vnxsav", whole.substr(0, second + record - 1));  // a torn write
+  EXPECT_EQ(scmd2("REPAIR SAVING").status, 0);
+  EXPECT_EQ(get("vnxsav"), whole.substr(0, second));
+  EXPECT_FALSE(exists("vnxsav.cut"));
+
+  std::string damaged = whole;
+  damaged.replace(second + 32, 4, "\xff\xff\xff\x7f");  // nx, with good records behind
+  put("vnxsav", damaged);
+  const Outcome full = scmd2("REPAIR SAVING", {0}, kScalar, 2 * record);
+  EXPECT_NE(full.listing.find(" %fat- ENDFILE error detected during REPAIR operation. File "
+                              "<vnxsav>\n       Utility can not repair this file\n"
+                              " Fortran iostat = 27\n"),
+            std::string::npos);
+  EXPECT_EQ(get("vnxsav"), damaged);
+  EXPECT_FALSE(exists("vnxsav.cut"));
+  for (const char* name : {"vnxsav.cut", "vnxsav.cut2", "vnxsav.cut3"}) {
+    put("vnxsav", damaged);
+    EXPECT_EQ(scmd2("REPAIR SAVING").status, 0);
+    EXPECT_EQ(get("vnxsav"), whole.substr(0, second));
+    EXPECT_EQ(get(name), damaged.substr(second));
+  }
+}
+
 TEST_F(FileSafety, ControlCharactersOfTextsDoNotReachATerminal) {
   const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY);
   ASSERT_EQ(::grantpt(terminal) | ::unlockpt(terminal), 0);
