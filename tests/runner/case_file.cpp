@@ -199,7 +199,7 @@ void add_rows(const Section& section, std::vector<Case>& cases, const std::strin
   for (std::size_t k = 0; k < section.lines.size();) {
     Case c = pattern;
     std::string line = section.lines[k++];
-    if (line.ends_with('>')) line += ' ';
+    if (arrow_of(line).empty() && !arrow_of(line + ' ').empty()) line += ' ';
     if (arrow_of(line).empty()) line += " -> ";  // all is said under the row
     const std::string arrow = arrow_of(line);
     std::vector<std::string> said = parts_of(line, arrow);
