@@ -61,6 +61,7 @@ std::int64_t File::size() {
   return std::max<std::int64_t>(info.st_size, pending_end);
 }
 
+// Reads more from one time to the next, up to the whole buffer: after a jump little may be wanted.
 bool File::fill() {
   next_ = end_ = 0;
   ssize_t got;
@@ -137,6 +138,7 @@ bool File::read_cached_at(std::int64_t position, void* to, std::size_t bytes) {
   return got == static_cast<ssize_t>(bytes);
 }
 
+// The file's size is asked for only when what is to be passed over goes beyond the end last known.
 ReadStatus File::skip(std::int64_t bytes) {
   if (!writing_ && bytes <= static_cast<std::int64_t>(end_ - next_)) {
     next_ += static_cast<std::size_t>(bytes);
@@ -176,6 +178,7 @@ ReadStatus File::read_line(char* to, int capacity, int& length) {
   }
 }
 
+// What could not be written is dropped; the first failure stays and is given to every later caller.
 void File::make_room() {
   flush();
   next_ = end_ = 0;

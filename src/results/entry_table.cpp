@@ -53,6 +53,7 @@ void set_name(Entry& entry, std::string_view name) {
 HeaderStatus add_entry(std::string_view name, std::int64_t rows, std::int64_t columns) {
   if (rows < 0 || columns < 0) return HeaderStatus::kInvalid;
   if (rows > kResultsCapacity || columns > kResultsCapacity) return HeaderStatus::kTooLarge;
+  // From here on the form, 1000 times the rows, fits into an int32.
   Entry& entry = entry_table.entry[++entry_table.count];
   set_name(entry, name);
   entry.lo1 = entry.lo2 = 1;

@@ -37,6 +37,8 @@ void add_run(RecordPlan& plan, std::int64_t value, int position, int count) {
   }
 }
 
+// An entry's values follow each other in the record; in its variable's block they do so as far as a
+// column goes, or altogether when the entry has all rows of the variable.
 void add_entry_runs(RecordPlan& plan, const Entry& entry, const Descriptor& block) {
   const auto rows = static_cast<int>(entry.rows());
   const auto columns = static_cast<int>(entry.columns());

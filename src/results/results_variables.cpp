@@ -59,6 +59,8 @@ void join_variable(int e, int number) {
   }
 }
 
+// An entry states its own subscripts and the first extent of its variable: of several entries the
+// first one's counts, and the others may contradict it.
 bool inside_block(const ResultsVariable& variable, const Descriptor& block) {
   for (int e = variable.first_entry; e != 0; e = results_variables.next_of_chain[e]) {
     const Entry& entry = entry_table.entry[e];
@@ -116,6 +118,7 @@ int find_results_variable(std::string_view name) {
   return slots.find(trim_right_char(name, ' '), name_of_number);
 }
 
+// Variables have their descriptors in a row, in the order of their numbers.
 int variable_of_descriptor(int descriptor) {
   if (results_variables.count == 0) return 0;
   const int number = descriptor - results_variables.variable[1].descriptor + 1;

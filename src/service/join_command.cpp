@@ -11,6 +11,7 @@
 namespace zorvik {
 namespace {
 
+// An operator character in a file name would end it: names are lexemes of the language.
 constexpr int kMemory = 0;  // the lexer's unit for a text that is already in the source line
 
 Lexeme wanted_lexeme() {

@@ -49,6 +49,8 @@ void check_status(const JoinInput& input, HeaderStatus status) {
   }
 }
 
+// What can't be read is told before the other file is looked at; what contradicts itself only when
+// both files say the same, for a difference is the plainer message.
 bool is_unreadable(HeaderStatus status) {
   return status == HeaderStatus::kReadError || status == HeaderStatus::kEnd;
 }

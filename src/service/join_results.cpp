@@ -42,6 +42,8 @@ struct Joint {
   stop_with_listing(message(kIndent, relation));
 }
 
+// Both files are counted before their times are compared: one that is cut short is told first. A
+// single record has no step.
 TimePoints read_time_points(JoinInput& earlier, JoinInput& later, JoinMode mode) {
   count_records(earlier);
   const double t2b = time_of_record(earlier, 1);
@@ -84,6 +86,7 @@ std::int64_t first_record(JoinInput& input, Test test) {
   return record;
 }
 
+// The times have been checked, so that there is such a record; a "%dbg-" stop guards it.
 Joint find_joint(JoinInput& earlier, JoinInput& later, const TimePoints& t) {
   if (t.overlap) {
     const std::int64_t kept =

@@ -41,6 +41,7 @@ void for_each_piece(Handle handle) {
   handle(Piece{header.standard_values(), true});
 }
 
+// A record may be larger than memory set aside for it: a piece is handled in parts of one block.
 int next_count(std::int64_t values_left) {
   return static_cast<int>(std::min<std::int64_t>(values_left, kBlockValues));
 }

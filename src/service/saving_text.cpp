@@ -21,7 +21,7 @@ constexpr TextForm kForm = {"<savtxt>", "<vnxsav>",
                             "   Utility can not execute command FROM_TEXT SAVING Function SCMD2",
                             false};
 constexpr std::string_view kBlankItem = "[ ]";  // stands in for absent texts
-constexpr std::int32_t kWrittenI2 = 1;          // last integer of a record made from text
+constexpr std::int32_t kWrittenI2 = 1;          // last integer of a record: made from text
 
 bool is_text(SaveItem item) {
   return item == SaveItem::kTitleChar || item == SaveItem::kCharCode ||

@@ -41,6 +41,7 @@ std::int32_t to_record_number(double value) {
   return static_cast<std::int32_t>(std::min(rounded, double{kLastInteger}));
 }
 
+// Of a range or an array the first value: commands that take one number use it.
 double command_number(const ServiceArguments& arguments) {
   return round_half_away(arguments.numbers.front());
 }
@@ -58,7 +59,8 @@ void run_saving_to_text(const ServiceArguments& arguments) {
   stop_with_listing("%fat- 2nd argument (array) of SCMD2 is too long");
 }
 
-// The numbers of the second argument, ascending, each once.
+// The numbers of the second argument, ascending, each once. The length is judged before repeated
+// values are dropped, and a range before it is spelled out.
 std::vector<std::int32_t> record_list(const ServiceArguments& arguments) {
   std::vector<std::int32_t> list;
   if (arguments.number_shape == kRange) {

@@ -110,6 +110,8 @@ double TextReader::real(Sign sign) {
   return negative ? -value : value;
 }
 
+// The print format leaves the letter out when the exponent has three digits. A sign that begins the
+// number was taken before.
 double TextReader::repaired_real(std::string_view text) {
   if (text.find('E') == std::string_view::npos) {
     std::size_t sign = text.find('-');

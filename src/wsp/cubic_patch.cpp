@@ -18,7 +18,8 @@ namespace {
 
 // What halving 1 until 1 plus it is 1 arrives at.
 constexpr double kMachineEpsilon = std::numeric_limits<double>::epsilon() / 2;
-constexpr int kMaxIterations = 200;  // some 60 bisections are enough for doubles
+// Some 60 bisections are enough for doubles; with values that are no numbers none is.
+constexpr int kMaxIterations = 200;
 
 double nearest(double x, double a, double b) {
   return std::fabs(a - x) <= std::fabs(b - x) ? a : b;

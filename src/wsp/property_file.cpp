@@ -16,7 +16,9 @@ namespace zorvik {
 namespace {
 
 constexpr std::size_t kLongestName = 80;
-constexpr int kIndexRows = 600;
+constexpr int kIndexRows = 600;  // of the grids' bucket tables, whatever the grids have
+// How the language's functions use the tables: in a run, with bilinear interpolation, the widest
+// tolerance.
 constexpr int kBuiltInMode = 99;
 constexpr double kBuiltInOption = 0.0;
 

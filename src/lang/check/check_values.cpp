@@ -84,6 +84,7 @@ Outcome check_condition(int unit, const Lexeme& head) {
   return recover_from(unit, lexeme);
 }
 
+// The number is judged first: the 101st IF is one too many even when it is nested too deep as well.
 void open_if_block() {
   ControlTables& tables = control_tables;
   StatementState& state = statement_state;
@@ -139,7 +140,7 @@ Outcome check_do(int unit, const Lexeme& head) {
   Outcome outcome = read_part(unit, name);
   if (outcome == Outcome::kDone) outcome = check_left_side(unit, name);
   if (outcome == Outcome::kDone) outcome = check_values(unit, values);
-  if (outcome == Outcome::kTextEnded) {
+  if (outcome == Outcome::kTextEnded) {  // other statements leave it to the end of the pass
     stop_with_notice();
   }
   if (outcome == Outcome::kDone && values != 2 && values != 3) {

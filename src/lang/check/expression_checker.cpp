@@ -11,7 +11,7 @@
 namespace zorvik {
 namespace {
 
-// Gives operands their form without looking anything up.
+// Gives operands their form without looking anything up: names are known in pass 2 only.
 class UnresolvedOperands : public OperandResolver {
  public:
   bool constant(const Lexeme& lexeme, Item& item) override {
@@ -67,7 +67,7 @@ class ClassChecker {
 
   std::string apply_operator(const Item& item) {
     const int operands = item.operands();
-    if (item.first == kColon) {
+    if (item.first == kColon) {  // a range is an array to what uses it
       if (among(operands, 'A')) return "%err- Invalid usage of subarray in operation \":\"";
       if (among(operands, 'C')) return "%err- Invalid usage of text operand in operation \":\"";
       reduce(operands, 'A');

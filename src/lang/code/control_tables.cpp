@@ -83,6 +83,7 @@ void read_table(Row* rows, int count, const Column<Row> (&columns)[N]) {
   }
 }
 
+// A count that pass 1 cannot have written is told as an early end of the file.
 int read_count() {
   const int count = read_number();
   if (count < 0 || count > kMaxControlStatements) {

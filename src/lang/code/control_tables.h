@@ -28,6 +28,7 @@ struct Label {
   Position position;
 };
 
+// Positions are those of the keywords, of a label that of its name.
 struct GotoStatement {
   char target[kLabelWidth];
   Position position;
@@ -35,12 +36,14 @@ struct GotoStatement {
 };
 
 struct IfBlock {
-  Position then, then_end, else_part, endif;
+  Position then;
+  Position then_end;  // where a false condition leads: the ELSE, or the ENDIF of an IF without one
+  Position else_part, endif;
 };
 
 struct DoBlock {
   Position head, enddo;
-  int depth;
+  int depth;  // of nesting, the outermost DO having 1
 };
 
 struct ControlTables {
@@ -54,15 +57,15 @@ extern ControlTables control_tables;
 
 void reset_control_tables();
 
-// The position of the label of that name, or nullptr.
+// The label of that name, blanks behind it or not; nullptr when the procedure has none.
 const Label* find_label(std::string_view name);
 
 // Append the tables of the procedure that has just been checked: records 1 and 2, then record 3. A
-// failed write gives
-// "%fat- Write error. Scratch file" with the I/O status and ends the run.
+// failed write gives "%fat- Write error. Scratch file" with the I/O status and ends the run.
 void write_jump_records();
 void write_if_record();
 
+// Between the passes. "%fat- I/O error. Scratch file" with the I/O status ends the run.
 void rewind_scratch_file();
 
 // Reads the tables of the next procedure: pass 2 meets them in the order in which pass 1 left them.

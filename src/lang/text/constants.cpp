@@ -23,6 +23,7 @@ void set_error(std::string& error, std::string_view fault, std::string_view kind
 enum class Fault { kNone, kSyntax, kOverflow, kUnderflow, kUgliness };
 
 // Walks over the parts of a real constant and judges its form and its exponent.
+// The exponent is judged after each of its digits, so that a very long one cannot overflow.
 class RealScanner {
  public:
   explicit RealScanner(std::string_view text) : text_(text) {}

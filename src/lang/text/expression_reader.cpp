@@ -9,6 +9,8 @@
 namespace zorvik {
 namespace {
 
+// What a lexeme is to its neighbours. An opener is a function's name, or a variable's with "("
+// behind it; a sign is "+" or "-", of one operand or of two.
 enum Category {
   kStart,
   kBinary,
@@ -38,7 +40,8 @@ constexpr bool kMayFollow[9][9] = {
 struct Precedence {
   int precedence, operands;
 };
-// By operator code; precedence 0 takes no part in the ordering.
+// By operator code; precedence 0 takes no part in the ordering. A sign of one operand stands
+// between sums and products: -A*B is -(A*B), -A+B is (-A)+B.
 constexpr Precedence kPrecedences[kLastOperator + 1] = {
     {0, 0}, {8, 2}, {5, 2}, {5, 2}, {0, 0}, {1, 2}, {8, 2}, {6, 2}, {6, 2}, {0, 0}, {0, 0},
     {0, 0}, {0, 0}, {3, 2}, {2, 2}, {4, 1}, {9, 2}, {5, 2}, {5, 2}, {5, 2}, {5, 2}};
@@ -71,6 +74,8 @@ class Reader {
   }
 
  private:
+  // The arguments of one function or the subscripts of one variable; level 0 is outside all of
+  // them.
   struct Level {
     int open;       // open parentheses
     int arguments;  // commas met
@@ -95,11 +100,13 @@ class Reader {
     return false;
   }
 
+  // What was read ahead belongs to the recovery, or to the next statement.
   ExpressionEnd abandon() {
     if (has_ahead_ && ahead_status_ != LexStatus::kEnd) give_back(ahead_);
     return ExpressionEnd::kFailed;
   }
 
+  // Only what follows a name tells whether it has subscripts, so it is read ahead.
   bool opens_subscripts() {
     ahead_status_ = next_lexeme(unit_, ahead_);
     has_ahead_ = true;
@@ -173,6 +180,7 @@ class Reader {
     return stack({Stacked::kOpener, item, 0});
   }
 
+  // A level's mark keeps its operators apart from those before the opener.
   bool take_open() {
     if (previous_ == kOpener) levels_[++level_] = {0, 0};
     ++levels_[level_].open;
@@ -200,6 +208,7 @@ class Reader {
     return subscripted(variable, subscripts > 9 ? 9 : subscripts);
   }
 
+  // Outside all parentheses a comma ends the expression: the next one of a list follows.
   bool take_comma() {
     const int open = levels_[level_].open;
     if (level_ == 0 && open == 0) {
@@ -240,10 +249,12 @@ class Reader {
     return true;
   }
 
+  // A target ends with its name or with the ")" of its subscripts, whatever follows.
   bool is_complete() const {
     return level_ == 0 && (previous_ == kOperand || previous_ == kCloseSign);
   }
 
+  // The first thing that is wrong is told, so the order of these questions is that of the messages.
   bool check_end() {
     if (previous_ == kStart) return fail("%err- Expression is absent");
     if (previous_ != kCloseSign && previous_ != kOperand && !ended_by_comma_) {

@@ -20,7 +20,7 @@ namespace {
 enum CharacterClass : unsigned char {
   kSeparator,
   kDigit,
-  kOther,  // letters and the characters that may stand inside names
+  kOther,  // letters and what else may stand inside names; also what stands for THEN, ELSE, ENDIF
   kComment,
   kApostrophe,
   kOperatorCharacter,
@@ -45,6 +45,7 @@ constexpr std::array<CharacterClass, 256> make_classes() {
 }
 constexpr auto kClasses = make_classes();
 
+// While the text forms are read operators are off: a sign is a part of its number.
 CharacterClass class_of(char c) {
   const CharacterClass found = kClasses[static_cast<unsigned char>(c)];
   if (found == kOperatorCharacter && !lexer_state.operators) return kOther;
@@ -53,6 +54,7 @@ CharacterClass class_of(char c) {
 
 int operator_code(char c) { return static_cast<int>(kOperatorCharacters.find(c)) + 1; }
 
+// Either order of "=" and a comparison is taken.
 struct OperatorPair {
   char first, second;
   int code;
@@ -108,6 +110,7 @@ bool find_start(int unit, char& c) {
   }
 }
 
+// Two apostrophes stand for one; nothing else has a meaning inside, "!" included.
 LexStatus character_constant(int unit, Lexeme& lexeme) {
   lexeme.code = kCharacterConstant;
   for (char c;;) {
@@ -159,7 +162,8 @@ LexStatus operator_lexeme(int unit, Lexeme& lexeme, char first) {
 // What ended a name or number.
 enum class Ending { kBoundary, kOperator, kBadCharacter, kTooLong };
 
-// After a separator: is the lexeme a label because ":" follows?
+// After a separator: is the lexeme a label because ":" follows? A real constant is not, so
+// that 1.5:2 stays a range.
 void look_for_label(int unit, Lexeme& lexeme) {
   for (char c;;) {
     if (next_source_char(unit, c) != 0) return;
@@ -175,7 +179,8 @@ void look_for_label(int unit, Lexeme& lexeme) {
   }
 }
 
-// True when the operator character belongs to the lexeme: the sign of an exponent.
+// True when the operator character belongs to the lexeme: a sign just behind the E of a number,
+// once.
 bool take_exponent_sign(Lexeme& lexeme, char c, bool& has_sign) {
   if ((c != '+' && c != '-') || has_sign || !is_numeric_constant(lexeme.code)) return false;
   if (lexeme.text[lexeme.length - 1] != 'E') return false;
@@ -184,6 +189,7 @@ bool take_exponent_sign(Lexeme& lexeme, char c, bool& has_sign) {
   return true;
 }
 
+// D and E mean the same in an exponent; from here on there is E alone.
 void store(Lexeme& lexeme, char c, bool upper) {
   if (upper) c = upper_case(c);
   if (is_numeric_constant(lexeme.code)) {

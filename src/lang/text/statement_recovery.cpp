@@ -45,6 +45,7 @@ Outcome reject(int unit, const Lexeme& lexeme, std::string_view text) {
   return recover_from(unit, lexeme);
 }
 
+// A malformed lexeme is given back too: it is an error of the next statement.
 void take_semicolon(int unit) {
   Lexeme lexeme;
   const LexStatus status = next_lexeme(unit, lexeme);
