@@ -1,3 +1,6 @@
+// Postfix items are carried out one after the other: constants and variables are pushed, operators
+// and functions replace their operands on the stack.   A + B*2 -> A B 2 * + -> one entry
+// An expression that has become plain is evaluated in its decoded form from its second time on.
 #include "exec/evaluator.h"
 
 #include <algorithm>

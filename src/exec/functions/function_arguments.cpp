@@ -1,3 +1,5 @@
+// A check goes over some arguments and stops at the first that is not as asked for, so the order in
+// which a function makes its checks is the order of its messages.
 #include "exec/functions/function_arguments.h"
 
 #include <algorithm>

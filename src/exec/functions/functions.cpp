@@ -1,3 +1,5 @@
+// A table from function number to routine; the compiler proves that its rows stand in the order of
+// the language's own table of functions.
 #include "exec/functions/functions.h"
 
 #include <array>

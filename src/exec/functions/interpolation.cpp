@@ -1,3 +1,6 @@
+// The first point beyond the wanted abscissa is looked for from the beginning, as the table may
+// have equal abscissae: the first interval that reaches it counts.
+//   X = 1, 2, 3    Y = 10, 20, 40    LINS at 2.5 -> 20 + 20/1*0.5 = 30
 #include "exec/functions/interpolation.h"
 
 #include <algorithm>

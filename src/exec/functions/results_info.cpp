@@ -1,3 +1,5 @@
+// A program asks for the same variable again and again, in a loop over its elements or once a
+// record: the answer for the last name is kept, as there may be thousands of names.
 #include "exec/functions/results_info.h"
 
 #include <algorithm>

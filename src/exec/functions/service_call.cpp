@@ -1,3 +1,4 @@
+// The command must not need this layer, so it gets the two arguments as plain values.
 #include "exec/functions/service_call.h"
 
 #include "exec/values/evaluation_stack.h"

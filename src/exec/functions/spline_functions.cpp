@@ -1,3 +1,6 @@
+// Both functions integrate the cubic spline through their samples; FOURT first multiplies y by a
+// cosine or a sine of x, in the value buffer itself, since its arguments are copies. Arguments are
+// judged from the last one to the first.
 #include "exec/functions/spline_functions.h"
 
 #include <array>

@@ -1,3 +1,6 @@
+// Entries and their values are laid behind one another and dropped from the end, so a fill mark for
+// each area is all that is kept. Whatever pushes checks the room first:
+//   2, 3:5, A  ->  values 2 | 3 5 | A(1) A(2) ..., three entries
 #include "exec/values/evaluation_stack.h"
 
 #include <algorithm>

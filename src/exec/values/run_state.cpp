@@ -1,3 +1,5 @@
+// The executor says which procedure runs; its name is worked out when a message needs it, since
+// calls are far more frequent than messages.
 #include "exec/values/run_state.h"
 
 #include "driver/messages.h"

@@ -1,3 +1,6 @@
+// A variable's elements are copied from its store column by column, and looked at for the undefined
+// marker after that; a pointer variable gives the places of its elements instead:
+//   A(1:2,1:3) = 11 21 12 22 13 23    A(1:2,2) -> 12 22    A(2,1:3) -> 21 22 23
 #include "exec/values/variables.h"
 
 #include <algorithm>
