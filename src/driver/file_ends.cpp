@@ -23,7 +23,7 @@ std::string link_to(int descriptor) { return "/proc/self/fd/" + std::to_string(d
 
 std::string real_path(const std::string& path) {
   char* const found = ::realpath(path.c_str(), nullptr);
-  const std::string real = found == nullptr ? path : found;
+  std::string real = found == nullptr ? path : found;
   std::free(found);
   return real;
 }

@@ -25,9 +25,12 @@ bool are_integers(double a, double b) {
 bool divide_whole(double left, double right, double& result) {
   const double a = whole(left), b = whole(right);
   if (b == 0.0) return false;
-  result = are_integers(a, b)
-               ? static_cast<double>(static_cast<std::int64_t>(a) / static_cast<std::int64_t>(b))
-               : whole(std::trunc(a / b));
+  if (are_integers(a, b)) {
+    const std::int64_t quotient = static_cast<std::int64_t>(a) / static_cast<std::int64_t>(b);
+    result = static_cast<double>(quotient);
+  } else {
+    result = whole(std::trunc(a / b));
+  }
   return true;
 }
 
