@@ -70,7 +70,8 @@ class Program:
             f"({a} ** {c('0123')})", f"A({self.subscript(5, depth - 1)})",
             f"C({self.subscript(2, depth - 1)}, {self.subscript(3, depth - 1)})",
             f"V({self.subscript(4, 0)})" if self.odd() else "V(1)", c(("W(2,3)", a, a)),
-            c(("MAXA(A)", "MINA(A)", "MAXA(C)", f"LINS(A, D, 5, {a})")),
+            c(("MAXA(A)", "MINA(A)", "MAXA(C)", f"LINS(A, D, 5, {a})",
+               f"LINS(A, D, {i}, {a})" if self.odd() else "MINA(V)" if self.r.random() < 0.1 else a)),
             f"({a} / {b})" if self.odd() else b, f"LOG({a})" if self.odd() else a,
             f"RAND({a})" if self.r.random() < 0.05 else b))
 

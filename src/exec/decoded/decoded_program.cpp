@@ -1,6 +1,7 @@
 // Every instruction tests what could make its statement not plain before it changes anything, and
-// then leaves the statement to the general evaluator. The result of an instruction is kept at hand
-// for the next one.
+// then leaves the statement to the general evaluator, which begins it anew. So only the last
+// instruction of a statement may write anything but a temporary. The result of an instruction is
+// kept at hand for the next one, which spares it a way through memory.
 #include "exec/decoded/decoded_program.h"
 
 #include <cmath>
@@ -73,8 +74,8 @@ double* element(const Instruction& i) {
   return row == 0 ? nullptr : i.with.block.first + row - 1;
 }
 double* element2(const Instruction& i) {
-  const int row = subscript(*i.a, i.with.block.rows),
-            column = subscript(*i.b, i.with.block.columns);
+  const int row = subscript(*i.a, i.with.block.rows);
+  const int column = subscript(*i.b, i.with.block.columns);
   if (row == 0 || column == 0) return nullptr;
   return i.with.block.first + (column - 1) * i.with.block.rows + row - 1;
 }

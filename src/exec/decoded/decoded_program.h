@@ -6,8 +6,12 @@
 // of bounds, a division by zero - leaves the statement to the general evaluator before anything has
 // been changed, so results and messages are the same.
 //
-// The instructions of a statement stand one after the other; the last one goes on elsewhere. All
-// types and places are settled: whoever runs or translates instructions needs nothing else.
+// The instructions of a statement stand one after the other from the one that `start` tells, up to
+// the first kGo, kJump, kReturn or kValue. All types and places are settled when they are decoded:
+// whoever runs or translates instructions needs nothing else. A place holds one double and is a
+// variable, a constant or a temporary; a temporary has its value until its statement ends.
+//   S = S + X*I    kMultiply t0 X I, kAddLast S S t0, kGo to the next statement
+//   IF X > 1 THEN  kUnlessGreater X 1 to the ELSE, kGo to what follows THEN
 #ifndef ZORVIK_EXEC_DECODED_DECODED_PROGRAM_H_
 #define ZORVIK_EXEC_DECODED_DECODED_PROGRAM_H_
 
@@ -21,6 +25,8 @@
 
 namespace zorvik {
 
+// Whatever `a` and `b` name is looked at before it is used, unless said otherwise, and an undefined
+// one leaves the statement.
 enum class Op : std::uint8_t {
   // to = a op b, of reals and of whole numbers. In the second form of each, b is the result of the
   // instruction before; in the third, b is a constant or an earlier result, which is not looked at.
