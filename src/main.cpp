@@ -72,6 +72,9 @@ constexpr char kHelp[] =
     "Exit status: 0 the run ended without errors; 1 it did not: see the console and zrvlis;\n"
     "2 unknown arguments.\n"
     "\n"
+    "Environment: ZORVIK_NOTES=1 tells of hazards on standard error, 0 does not; without it\n"
+    "a terminal is told.\n"
+    "\n"
     "Manual pages: zorvik(1), zorvik_language(7), zorvik_files(5), zorvik_messages(7)";
 
 int answer(std::string_view argument) {

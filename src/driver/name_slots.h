@@ -1,7 +1,7 @@
 // Numbers found by names: a hash table for a table of names that keeps its own rows.
 //
-// Open addressing over a power of two of slots, of which at most half may be taken. A slot holds the
-// number of a row, from 1; the rows' names are asked for through `name_of(number)`. Usable at
+// Open addressing over a power of two of slots, of which at most half may be taken. A slot holds
+// the number of a row, from 1; the rows' names are asked for through `name_of(number)`. Usable at
 // compile time.
 #ifndef ZORVIK_DRIVER_NAME_SLOTS_H_
 #define ZORVIK_DRIVER_NAME_SLOTS_H_

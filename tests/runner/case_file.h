@@ -27,13 +27,14 @@
 //   --- sweep NAME                 besides, every shorter NAME must give a defined end
 //   --- sweep NAME ints N          besides, so must hostile values in its first N integers
 //
-// A row begins with no blank. What stands before its arrow takes the place of the program's "@"; " \ "
-// in it ends a line. `-> TEXT`, or no arrow, stops like "stops", the listing containing TEXT; `!> TEXT`
-// is what the console holds at the end of status 1, `>> TEXT` at a normal end; `~> TEXT` ends so too,
-// the listing containing TEXT. TEXT begins with a blank of its own; more lines follow behind further
-// arrows or, with their blank, under the row. A "`" in the program stands for nothing: there the
-// pointer points of the error that is said next. In the heading `before TEXT` and then `then TEXT` are
-// lines before and behind those of every row.
+// A row begins with no blank. What stands before its arrow takes the place of the program's "@";
+// a backslash between blanks ends a line. `-> TEXT`, or no arrow, stops like "stops", the listing
+// containing TEXT;
+// `!> TEXT` is what the console holds at the end of status 1, `>> TEXT` at a normal end; `~> TEXT`
+// ends so too, the listing containing TEXT. TEXT begins with a blank of its own; more lines follow
+// behind further arrows or, with their blank, under the row. A "`" in the program stands for
+// nothing: there the pointer points of the error that is said next. In the heading `before TEXT`
+// and then `then TEXT` are lines before and behind those of every row.
 //
 // Sections before the first "===" hold for every case of the file, which may give its own program,
 // input or status instead; text before them is a comment. Empty lines at a section's end do not
