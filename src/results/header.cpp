@@ -44,7 +44,8 @@ HeaderStatus check_parts(const ResultsHeader& header) {
   if (header.is_extended() && (header.parts[0] < 0 || header.parts[1] < 0)) {
     return HeaderStatus::kInvalid;
   }
-  if (catalogue_entries(header) + header.nv() > kMaxEntries) return HeaderStatus::kTooLarge;
+  if (entries_before(header, kElementKindCount) + header.nv() > kMaxEntries)
+    return HeaderStatus::kTooLarge;
   return HeaderStatus::kOk;
 }
 
@@ -98,10 +99,6 @@ HeaderStatus check_group(const ResultsHeader& header, HeaderGroup group) {
     return full ? HeaderStatus::kCatalogueFull : HeaderStatus::kOk;
   }
   return group == kParts ? check_parts(header) : HeaderStatus::kOk;
-}
-
-std::int64_t catalogue_entries(const ResultsHeader& header) {
-  return header.has_catalogue() ? entries_before(header, kElementKindCount) : 0;
 }
 
 HeaderStatus read_group(File& file, ResultsHeader& header, HeaderGroup group) {

@@ -109,9 +109,6 @@ enum class HeaderStatus {
 // kInvalid, kTooLarge or kCatalogueFull.
 HeaderStatus check_group(const ResultsHeader& header, HeaderGroup group);
 
-// Entries of the whole catalogue, DT included; 0 without one.
-std::int64_t catalogue_entries(const ResultsHeader& header);
-
 // Reads and checks the next group, or the whole header, at the file's position; at kOk the file
 // stands behind it, behind the whole header at the first record. At kReadError file.io_status()
 // tells why.
