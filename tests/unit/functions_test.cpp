@@ -5,18 +5,22 @@
 
 #include <cmath>
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
 #include <numbers>
 #include <vector>
 
 #include "exec/functions/random.h"
 #include "exec/functions/spline.h"
 #include "exec/values/evaluation_stack.h"
+#include "sample/property_file.h"
 #include "stores/results_store.h"
+#include "wsp/property_file.h"
 
 namespace zorvik {
 namespace {
 
-constexpr int kInteg = 30, kFourt = 31;
+constexpr int kWs1p1 = 27, kInteg = 30, kFourt = 31;
 using Values = std::vector<double>;
 
 void push_values(const Values& values) {
@@ -110,6 +114,28 @@ TEST(Fourier, CoefficientsOfClosedForms) {
   sample(
       400, 1, 3, true, [](double t) { return t - 1; }, x, y);
   EXPECT_NEAR(coefficient(2, 1, x, y), 2 / std::numbers::pi, 1e-6);
+}
+
+TEST(PropertyFunctions, ReadTheTablesOnce) {
+  const auto before = std::filesystem::current_path();
+  std::filesystem::current_path(testing::TempDir());
+  std::ofstream(std::string(kPropertyFileName), std::ios::binary)
+      << sample::sample_property_file_bytes();
+  forget_property_file();
+  for (int call = 1; call <= 2; ++call) {
+    reset_evaluation();
+    push_scalar(kInteger, 1);
+    *push_text(1) = 'T';
+    push_scalar(kInteger, 500);
+    push_scalar(kInteger, -1);
+    iu9fn2(kWs1p1, 4);
+    EXPECT_NEAR(*values_of(top_entry()), 2.639e6, 5e3);
+    EXPECT_EQ(evaluation.depth, 1);
+    EXPECT_EQ(evaluation.text_used, 0);
+    std::filesystem::remove(kPropertyFileName);
+  }
+  forget_property_file();
+  std::filesystem::current_path(before);
 }
 
 }  // namespace

@@ -109,6 +109,9 @@ void add_patch(std::vector<double>& patches, std::size_t k, bool steam, double t
                       (steam ? 2e3 : 1e4) + 3 * kPatchCubic * x * x, 3 * kPatchCubic * x,
                       kPatchCubic, steam ? -0.01 : 0.01};
   std::copy(c, c + 5, patches.begin() + static_cast<std::ptrdiff_t>(16 * k));
+  patches[16 * k + 5] = 1e-7;  // x y, y y and y y y of the pressure offset y in Pa
+  patches[16 * k + 8] = 1e-9;
+  patches[16 * k + 12] = 1e-15;
 }
 
 void load_small_tables() {
@@ -177,6 +180,9 @@ TEST(SaturationLine, InterpolatesAllColumnsFromAnyQuantity) {
     EXPECT_DOUBLE_EQ(p[9], water ? 2.4e5 : 26.25e5);
     EXPECT_DOUBLE_EQ(p[10], water ? 12.5 : -12.5);
   }
+  properties.value[3] = properties.value[5] = -1;  // only what is wanted is stored
+  ASSERT_EQ(NWS1P1(1, 'P', 2.25e6, 4, 4, properties, text), 0);
+  EXPECT_EQ(properties.value[3] + properties.value[5], -2);
   // The maximum maps to its row from both sides; the last row is the critical point.
   for (const double branch : {400.0, 530.0}) {
     ASSERT_EQ(saturation_line(2, 'T', branch), 0);
@@ -320,15 +326,18 @@ TEST(Statuses, EachHasItsText) {
 TEST(ExtendedRange, TakesEnthalpyAndItsDerivativesFromThePatches) {
   load_small_tables();
   load_property_tables(0, "", 1, -50.0);
-  const auto cubic = [](double t) { return kPatchCubic * std::pow(t - 300, 3); };
+  // Between 2 and 3 MPa, y = 5E5; the water's cell begins at 400 K, the steam's at 490 K.
+  const auto cubic = [](double t, double cell = 400) {
+    return kPatchCubic * std::pow(t - 300, 3) + 0.05 * (t - cell) + 250 + 125;
+  };
   ASSERT_EQ(single_phase(1, "PT", 2.5e6, 430), 0) << text;
   EXPECT_NEAR(properties.value[4], enthalpy(false, 430, 2.5) + cubic(430), 1e-6);
-  EXPECT_NEAR(properties.value[11], 1e4 + 3 * kPatchCubic * 130 * 130, 1e-9);
-  EXPECT_NEAR(properties.value[12], 0.01, 1e-12);
+  EXPECT_NEAR(properties.value[11], 1e4 + 3 * kPatchCubic * 130 * 130 + 0.05, 1e-9);
+  EXPECT_NEAR(properties.value[12], 0.01 + 3e-6 + 0.001 + 0.00075, 1e-12);
   EXPECT_NEAR(properties.value[3], grid_value(false, 3, 430, 2.5), 1e-9);
   ASSERT_EQ(single_phase(1, "PH", 2.5e6, enthalpy(false, 430, 2.5) + cubic(430)), 0) << text;
   EXPECT_NEAR(properties.value[2], 430, 1e-8);
-  ASSERT_EQ(single_phase(2, "PH", 2.5e6, enthalpy(true, 510, 2.5) + cubic(510)), 0) << text;
+  ASSERT_EQ(single_phase(2, "PH", 2.5e6, enthalpy(true, 510, 2.5) + cubic(510, 490)), 0) << text;
   EXPECT_NEAR(properties.value[2], 510, 1e-8);
   load_property_tables(0, "", 99, -50.0);
   ASSERT_EQ(single_phase(1, "PT", 2.5e6, 430), 0);
