@@ -9,8 +9,8 @@
 #include <iterator>
 #include <sstream>
 
+#include "sample/binary_text.h"
 #include "sample/sample_plant.h"
-#include "support/binary_text.h"
 
 namespace zorvik::runner {
 namespace {
@@ -87,7 +87,7 @@ std::string text_of(const Section& section) {
 
 std::string bytes_of(const Section& section) {
   std::string bytes;
-  const std::string error = support::append_binary_text(section.lines, bytes);
+  const std::string error = sample::append_binary_text(section.lines, bytes);
   if (!error.empty()) reject(section.where, error);
   return bytes;
 }

@@ -48,7 +48,7 @@ program_of() {
 
 if command -v gfortran >/dev/null; then
   ran="$ran gfortran"
-  gfortran -std=f2018 -Wall -o client "$1/tests/clients/client.f90"
+  gfortran -std=f2018 -Wall -o client "$1/examples/clients/client.f90"
   # In each of two records 12 listed values, 8 * 3 + 50 of the catalogue, 8 * 2600 + 51 with DT.
   for layout in 'plain 24' 'catalogue 172' 'extended 41726'; do
     count=${layout#* } layout=${layout% *}

@@ -7,8 +7,8 @@
 #include <initializer_list>
 
 #include "driver/text.h"
+#include "sample/binary_text.h"
 #include "sample/bytes.h"
-#include "support/binary_text.h"
 #include "unit/service_run.h"
 
 namespace zorvik {
@@ -157,7 +157,7 @@ std::string kept(const SaveFile& file, std::initializer_list<int> numbers) {
 
 TEST_F(SaveFiles, BytesWrittenByHandAreListed) {
   std::string bytes;
-  const std::string fault = support::append_binary_text(
+  const std::string fault = sample::append_binary_text(
       {"int32 7 2 2 1",   "chars AB",     "int32 2 1 1  9", "int32 5",  // C1 to C4, no C5 and C6
        "int32 3",         "real 1.5 0.5", "int32 4",                    // R1, R2
        "int32 1 0 0 1 0",                                               // R3; R4 to R6 are empty

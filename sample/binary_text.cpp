@@ -1,4 +1,4 @@
-#include "support/binary_text.h"
+#include "sample/binary_text.h"
 
 #include <algorithm>
 #include <charconv>
@@ -6,7 +6,7 @@
 
 #include "sample/bytes.h"
 
-namespace zorvik::support {
+namespace zorvik::sample {
 
 using sample::append_int32;
 using sample::append_real;
@@ -118,4 +118,4 @@ std::string append_binary_text(const std::vector<std::string>& lines, std::strin
   return {};
 }
 
-}  // namespace zorvik::support
+}  // namespace zorvik::sample

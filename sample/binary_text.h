@@ -9,19 +9,19 @@
 //   chars A title        a text as it is
 //   cut   3              drops the last 3 bytes: a damaged end
 // A text may stand between double quotes to keep blanks or "#" in it.
-#ifndef ZORVIK_TESTS_SUPPORT_BINARY_TEXT_H_
-#define ZORVIK_TESTS_SUPPORT_BINARY_TEXT_H_
+#ifndef ZORVIK_SAMPLE_BINARY_TEXT_H_
+#define ZORVIK_SAMPLE_BINARY_TEXT_H_
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace zorvik::support {
+namespace zorvik::sample {
 
 // The bytes that the lines describe, appended to `bytes`. Returns an empty text, or what is wrong.
 std::string append_binary_text(const std::vector<std::string>& lines, std::string& bytes);
 
-}  // namespace zorvik::support
+}  // namespace zorvik::sample
 
-#endif  // ZORVIK_TESTS_SUPPORT_BINARY_TEXT_H_
+#endif  // ZORVIK_SAMPLE_BINARY_TEXT_H_
