@@ -38,7 +38,7 @@ struct RecordPlan {
 };
 
 // Plans the loading of the results variables that are named and of the problem time if it is, or of
-// all of them, from `records` complete records.
+// all of them, from `records` complete records, the first of which begins at byte `first_record`.
 void plan_records(RecordPlan& plan, const ResultsHeader& header, std::int64_t first_record,
                   std::int64_t records, bool named_only);
 
