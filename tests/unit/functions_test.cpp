@@ -121,7 +121,6 @@ TEST(PropertyFunctions, ReadTheTablesOnce) {
   std::filesystem::current_path(testing::TempDir());
   std::ofstream(std::string(kPropertyFileName), std::ios::binary)
       << sample::sample_property_file_bytes();
-  forget_property_file();
   for (int call = 1; call <= 2; ++call) {
     reset_evaluation();
     push_scalar(kInteger, 1);
@@ -134,7 +133,6 @@ TEST(PropertyFunctions, ReadTheTablesOnce) {
     EXPECT_EQ(evaluation.text_used, 0);
     std::filesystem::remove(kPropertyFileName);
   }
-  forget_property_file();
   std::filesystem::current_path(before);
 }
 
