@@ -79,6 +79,8 @@ std::string open_error_in_words(std::string_view name, int io_status) {
       return message("no space is left on the disk for ", name);
     case EISDIR:
       return message(name, " is a directory");
+    case EINVAL:
+      return message(name, " is a pipe, a device or the like, not a file");
     default:
       return message(name, ": ", std::string_view(std::strerror(io_status)));
   }
