@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -42,6 +43,16 @@ int link_beside(int descriptor, const std::string& path, std::string& name) {
     if (errno != EEXIST) return errno;
   }
   return EEXIST;
+}
+
+// What the file's list of access rights grants beyond its mode, which then is no more than a mask;
+// false when it cannot be given to the new file.
+bool copy_access_list(const std::string& path, int descriptor) {
+  constexpr char kName[] = "system.posix_acl_access";
+  char list[4096];
+  const ssize_t bytes = ::getxattr(path.c_str(), kName, list, sizeof list);
+  if (bytes < 0) return errno == ENODATA || errno == ENOTSUP;
+  return ::fsetxattr(descriptor, kName, list, static_cast<std::size_t>(bytes), 0) == 0;
 }
 
 // Failures of a replacement after which the file may still be rewritten in place.
@@ -194,6 +205,7 @@ int File::take_place_of(const std::string& path) {
     return fail(errno);
   }
   if (::fchmod(descriptor_, old.st_mode & 07777) != 0) return fail(errno);
+  if (!copy_access_list(real, descriptor_)) return fail(ENOTSUP);
   if (const int status = sync(); status != 0) return status;
   std::string fresh;
   int status = link_beside(descriptor_, real, fresh);

@@ -1,6 +1,7 @@
 // What failures and odd files may not do to the user's files.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 
 #include "driver/interruption.h"
 #include "driver/text.h"
@@ -190,8 +191,21 @@ TEST_F(FileSafety, KeepReplacesTheSaveFileOrRewritesItInPlace) {
     EXPECT_EQ(::stat((folder() + name).c_str(), &info), 0);
     return std::pair(info.st_ino, info.st_mode & 07777);
   };
+  // Another user may read: entries of tag, rights and user, little-endian. Empty where the file
+  // system knows no such lists.
+  constexpr char kName[] = "system.posix_acl_access";
+  constexpr char kList[] =
+      "\2\0\0\0\1\0\6\0\xff\xff\xff\xff\2\0\4\0\xe8\3\0\0\4\0\0\0\xff\xff\xff\xff"
+      "\x10\0\4\0\xff\xff\xff\xff\x20\0\0\0\xff\xff\xff\xff";
+  const auto access_list = [&] {
+    char list[sizeof kList] = {};
+    const ssize_t bytes = ::getxattr((folder() + "stock").c_str(), kName, list, sizeof list);
+    return std::string(list, bytes > 0 ? static_cast<std::size_t>(bytes) : 0);
+  };
   for (const bool linked : {false, true}) {
     put("stock", whole);
+    ::setxattr((folder() + "stock").c_str(), kName, kList, sizeof kList - 1, 0);
+    const std::string rights = access_list();
     run([&] {
       ::chmod("stock", 0640);
       if (linked) ::link("stock", "second");
@@ -204,6 +218,7 @@ TEST_F(FileSafety, KeepReplacesTheSaveFileOrRewritesItInPlace) {
     EXPECT_EQ(get("stock"), kept({3}));
     EXPECT_EQ(inode("stock").second, 0640u);
     EXPECT_EQ(inode("stock") == before, linked);
+    EXPECT_EQ(access_list(), rights);
     EXPECT_EQ(get("second"), linked ? kept({3}) : "");
     for (const char* name : {"stock", "second", "vnxsav"}) remove(name);
   }
