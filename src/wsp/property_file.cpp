@@ -174,6 +174,4 @@ void select_property_tables() {
 
 bool has_property_tables() { return tables_loaded; }
 
-void forget_property_file() { tables_loaded = false; }
-
 }  // namespace zorvik

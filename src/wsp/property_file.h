@@ -28,9 +28,6 @@ void select_property_tables();
 // True from the first selection on.
 bool has_property_tables();
 
-// Makes the next selection read the file again.
-void forget_property_file();
-
 }  // namespace zorvik
 
 #endif  // ZORVIK_WSP_PROPERTY_FILE_H_
