@@ -97,7 +97,7 @@ void set_source_text(std::string_view text) {
 }
 
 int read_source_line(int unit) {
-  if (unit == 0) return kEndOfText;
+  if (unit == 0 || source_line.failure != 0) return kEndOfText;  // no line follows a torn one
   const ReadStatus status = read_record(unit);
   if (status == ReadStatus::kEnd) return kEndOfText;
   if (status == ReadStatus::kError) {
