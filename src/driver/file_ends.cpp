@@ -76,7 +76,7 @@ File::~File() { close(); }
 int File::attach(int descriptor) {
   descriptor_ = descriptor;
   io_status_ = 0;
-  seekable_ = ::lseek(descriptor, 0, SEEK_CUR) >= 0;
+  seekable_ = true;
   line_buffered_ = false;
   writing_ = false;
   write_failure_ = 0;

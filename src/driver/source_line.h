@@ -40,7 +40,7 @@ void set_source_text(std::string_view text);
 
 // Reads the next line; returns its length or kEndOfText (also for unit 0). A failed read of the
 // program gives "%fat- Read error. File <zrvdat>" on the console and ends the run, as does line
-// 100000 while listing; of another text it gives kEndOfText with `failure` set.
+// 100000 while listing; of another text it gives kEndOfText with `failure` set, from then on.
 int read_source_line(int unit);
 
 // Hands out the next character: 0 with `character` set, kEndOfLine once a line, or kEndOfText.

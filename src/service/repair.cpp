@@ -43,15 +43,21 @@ void end_file_here(File& file, std::string_view name) {
   if (status != 0) stop_on_end(name, status);
 }
 
+std::int64_t size_of(File& save) {
+  const std::int64_t size = save.size();
+  if (size < 0) stop_repair(during_repair("I/O error", "<vnxsav>"), save.io_status());
+  return size;
+}
+
 // Copies the save file from `start` on to the first of vnxsav.cut, vnxsav.cut2 ... that is free.
-void keep_what_is_cut(File& save, std::int64_t start) {
+void keep_what_is_cut(File& save, std::int64_t start, std::int64_t bytes) {
   File& copy = file_on(kCutUnit);
   const std::string name = "vnxsav.cut";
   int status = copy.open_unnamed(name);
   for (int k = 2; status == EEXIST; ++k) status = copy.open_unnamed(message(name, k));
   if (status != 0) stop_on_end("<vnxsav>", status);
   copy.keep_on_failure(File::kNoFile);
-  switch (copy.copy_from(save, start, save.size() - start)) {
+  switch (copy.copy_from(save, start, bytes)) {
     case CopyStatus::kOk:
       break;
     case CopyStatus::kWriteError:
@@ -118,7 +124,8 @@ void repair_save_file() {
   if (records == 0) stop_without_records("<vnxsav>");
   open_at_records(counts);
   if (const int refusal = save.write_refusal(); refusal != 0) stop_on_end("<vnxsav>", refusal);
-  if (is_unreadable || save.size() - good_bytes > longest) keep_what_is_cut(save, good_bytes);
+  const std::int64_t cut_bytes = size_of(save) - good_bytes;
+  if (is_unreadable || cut_bytes > longest) keep_what_is_cut(save, good_bytes, cut_bytes);
   if (const int failure = save.seek(good_bytes); failure != 0) {
     stop_repair(during_repair("I/O error", "<vnxsav>"), failure);
   }
