@@ -1,0 +1,125 @@
+// Each call is defined here and so found before the system's own, which is looked up by its name
+// behind it. A failed close has closed the file all the same, as the system's has.
+#include "faults/failing_system.h"
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/uio.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdarg>
+#include <cstdio>
+
+namespace zorvik::faults {
+namespace {
+
+bool active = false;
+Trouble planned;
+int* met;
+int passed = 0;
+
+bool is_met(Call call) {
+  if (!active || (planned.calls >> call & 1U) == 0) return false;
+  const int number = ++passed - planned.first;
+  if (number < 0 || number >= planned.times) return false;
+  ++met[call];
+  return true;
+}
+
+template <class Real>
+auto meet(Call call, std::size_t bytes, Real real) {
+  if (!is_met(call)) return real(bytes);
+  if (planned.effect == Effect::kFallsShort) return real(bytes > 1 ? bytes / 2 : bytes);
+  if (planned.effect == Effect::kSignalBefore) ::raise(planned.value);
+  if (planned.effect != Effect::kFails || call == kClose) {
+    const auto result = real(bytes);
+    const int status = errno;
+    if (planned.effect == Effect::kSignalAfter) ::raise(planned.value);
+    errno = status;
+    if (planned.effect != Effect::kFails) return result;
+  }
+  errno = planned.value;
+  return decltype(real(bytes)){-1};
+}
+
+template <class Real>
+auto meet(Call call, Real real) {
+  return meet(call, 0, [&](std::size_t) { return real(); });
+}
+
+}  // namespace
+
+void begin_trouble(const Trouble& trouble, int* counts) {
+  planned = trouble;
+  met = counts;
+  active = true;
+}
+
+}  // namespace zorvik::faults
+
+using namespace zorvik::faults;
+
+#define REAL(name) \
+  static const auto real = reinterpret_cast<decltype(&::name)>(::dlsym(RTLD_NEXT, #name))
+#define CALL(kind, type, name, parameters, ...)           \
+  type name parameters {                                  \
+    REAL(name);                                           \
+    return meet(kind, [&] { return real(__VA_ARGS__); }); \
+  }
+#define TRANSFER(kind, name, parameters, ...)                                       \
+  ssize_t name parameters {                                                         \
+    REAL(name);                                                                     \
+    return meet(kind, count, [&](std::size_t bytes) { return real(__VA_ARGS__); }); \
+  }
+#define SYNC(name)                        \
+  int name(int) {                         \
+    return meet(kSync, [] { return 0; }); \
+  }
+#define OPEN(name, parameters, ...)                              \
+  int name parameters {                                          \
+    REAL(name);                                                  \
+    va_list more;                                                \
+    va_start(more, flags);                                       \
+    const mode_t mode = va_arg(more, mode_t);                    \
+    va_end(more);                                                \
+    return meet(kOpen, [&] { return real(__VA_ARGS__, mode); }); \
+  }
+
+extern "C" {
+
+OPEN(open, (const char* path, int flags, ...), path, flags)
+OPEN(openat, (int at, const char* path, int flags, ...), at, path, flags)
+
+TRANSFER(kRead, read, (int fd, void* to, size_t count), fd, to, bytes)
+TRANSFER(kRead, pread, (int fd, void* to, size_t count, off_t at), fd, to, bytes, at)
+TRANSFER(kWrite, write, (int fd, const void* from, size_t count), fd, from, bytes)
+TRANSFER(kWrite, pwrite, (int fd, const void* from, size_t count, off_t at), fd, from, bytes, at)
+TRANSFER(kCopy, copy_file_range,
+         (int from, off_t* a, int to, off_t* b, size_t count, unsigned int flags), from, a, to, b,
+         bytes, flags)
+
+CALL(kWrite, ssize_t, writev, (int fd, const iovec* parts, int count), fd, parts, count)
+CALL(kCut, int, ftruncate, (int fd, off_t size) noexcept, fd, size)
+CALL(kClose, int, close, (int fd), fd)
+SYNC(fsync)
+SYNC(fdatasync)
+
+CALL(kName, int, rename, (const char* from, const char* to) noexcept, from, to)
+CALL(kName, int, renameat, (int a, const char* from, int b, const char* to) noexcept, a, from, b,
+     to)
+CALL(kName, int, link, (const char* from, const char* to) noexcept, from, to)
+CALL(kName, int, linkat, (int a, const char* from, int b, const char* to, int flags) noexcept, a,
+     from, b, to, flags)
+CALL(kName, int, unlink, (const char* path) noexcept, path)
+
+CALL(kAsk, off_t, lseek, (int fd, off_t to, int from) noexcept, fd, to, from)
+CALL(kAsk, int, fstat, (int fd, struct stat* to) noexcept, fd, to)
+CALL(kAsk, int, stat, (const char* path, struct stat* to) noexcept, path, to)
+CALL(kAsk, int, lstat, (const char* path, struct stat* to) noexcept, path, to)
+CALL(kMode, int, fchmod, (int fd, mode_t mode) noexcept, fd, mode)
+CALL(kMode, int, fchown, (int fd, uid_t user, gid_t group) noexcept, fd, user, group)
+
+}  // extern "C"

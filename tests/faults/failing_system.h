@@ -1,0 +1,36 @@
+// The operating system on a bad day. Linked into the test program, these take the place of the
+// system's calls; from `begin_trouble` on, the planned calls of this process fail, do a part of
+// their work, or are surrounded by a signal. A sync that succeeds only pretends: no test needs it,
+// and it takes most of a run's time.
+#ifndef ZORVIK_TESTS_FAULTS_FAILING_SYSTEM_H_
+#define ZORVIK_TESTS_FAULTS_FAILING_SYSTEM_H_
+
+namespace zorvik::faults {
+
+enum Call { kOpen, kRead, kWrite, kCut, kSync, kName, kClose, kAsk, kCopy, kMode, kCallKinds };
+constexpr const char* kCallNames[] = {"open", "read",  "write", "cut",  "sync",
+                                      "name", "close", "ask",   "copy", "mode"};
+
+enum class Effect {
+  kFails,         // with errno `value`
+  kFallsShort,    // transfers half of the bytes
+  kSignalBefore,  // the signal `value`, then the call
+  kSignalAfter,
+};
+
+constexpr unsigned kNothing = 0, kEveryCall = (1U << kCallKinds) - 1;
+constexpr unsigned kChanges = 1U << kWrite | 1U << kCut | 1U << kSync | 1U << kName | 1U << kCopy;
+
+struct Trouble {
+  unsigned calls = kNothing;  // bits 1 << Call that count
+  int first = 1, times = 1;   // of these the ones with the numbers first .. first + times - 1
+  Effect effect = Effect::kFails;
+  int value = 0;
+};
+
+// `counts` [kCallKinds] receives how many calls of each kind met the trouble.
+void begin_trouble(const Trouble& trouble, int* counts);
+
+}  // namespace zorvik::faults
+
+#endif  // ZORVIK_TESTS_FAULTS_FAILING_SYSTEM_H_
