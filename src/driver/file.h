@@ -73,6 +73,7 @@ class File {
   bool is_open() const { return descriptor_ >= 0; }
   int io_status() const { return io_status_; }  // of the last failed operation
   std::int64_t position() const { return position_; }
+  const std::int64_t* position_counter() const { return &position_; }  // for who watches it
   std::int64_t size();  // in bytes, what is still buffered included; -1 on failure
 
   ReadStatus read(void* to, std::size_t bytes);

@@ -133,6 +133,14 @@ void show_progress_of(const Task& task) {
   ::sigprocmask(SIG_SETMASK, &before, nullptr);
 }
 
+void show_progress_through(File& file, std::string_view name) {
+  show_progress_of({name, file.position_counter(), file.size(), nullptr});
+}
+
+void show_progress_of_copy(const File& output, std::int64_t total) {
+  show_progress_of({"bytes copied", output.position_counter(), total, nullptr});
+}
+
 void clear_progress() {
   if (shown == 0) return;
   shown = 0;

@@ -10,6 +10,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "driver/file.h"
+
 namespace zorvik {
 
 // What is going on, by the counters of whoever does it; they outlive the task.
@@ -25,6 +27,10 @@ void watch_progress();
 
 // The task that is shown from now on.
 void show_progress_of(const Task& task);
+
+// The way through a file that is read from its beginning, or written up to `total` bytes.
+void show_progress_through(File& file, std::string_view name);
+void show_progress_of_copy(const File& output, std::int64_t total);
 
 // Takes the line off the terminal, if it is there.
 void clear_progress();

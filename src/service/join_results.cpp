@@ -8,6 +8,7 @@
 #include "driver/interruption.h"
 #include "driver/messages.h"
 #include "driver/number_format.h"
+#include "driver/progress.h"
 #include "driver/text.h"
 #include "driver/units.h"
 #include "service/join_command.h"
@@ -132,12 +133,15 @@ void write_output(const JoinCommand& command, JoinInput& earlier, JoinInput& lat
   if (!append) open_file(kJoinedResultsUnit, "REW", command.output());
   File& output = append ? earlier.file : file_on(kJoinedResultsUnit);
   output.keep_on_failure(append ? taken : File::kNoFile);
+  const std::int64_t first = later.offset_of(joint.from_later),
+                     end = later.offset_of(later.records + 1);
+  show_progress_of_copy(output, taken + end - first);
   if (append) {
     if (const int status = output.seek(taken); status != 0) stop_on_failed_write(status);
   } else {
     copy_bytes(earlier, 0, taken, output);
   }
-  copy_bytes(later, later.offset_of(joint.from_later), later.offset_of(later.records + 1), output);
+  copy_bytes(later, first, end, output);
   const int status = append ? output.sync() : output.flush();
   if (status != 0) stop_on_failed_write(status);
   close_by_name(output, command.output());

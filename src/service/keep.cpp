@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "driver/messages.h"
+#include "driver/progress.h"
 #include "driver/text.h"
 #include "driver/units.h"
 #include "service/save_file.h"
@@ -74,6 +75,9 @@ std::vector<SaveRange> copy_to_scratch(File& save, File& scratch, std::int64_t c
   const SaveStream source{save, kSaveName}, target{scratch, kScratchName};
   copy_save_bytes(source, {0, control_bytes}, target);
   std::vector<SaveRange> copies;
+  std::int64_t total = control_bytes;
+  for (const SaveRange& record : records) total += record.end - record.start;
+  show_progress_of_copy(scratch, total);
   for (const SaveRange& record : records) {
     const std::int64_t start = scratch.position();
     copy_save_record(source, record, target, static_cast<std::int32_t>(copies.size()) + 1);

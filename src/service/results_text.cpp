@@ -8,6 +8,7 @@
 
 #include "driver/messages.h"
 #include "driver/notes.h"
+#include "driver/progress.h"
 #include "driver/text.h"
 #include "driver/units.h"
 #include "results/header.h"
@@ -232,6 +233,7 @@ void results_to_text() {
   close_after_to_text(results, "<vnxres>");
   open_file(kResultsUnit, "RES");
   open_file(kTextUnit, "TXR", {}, Use::kCreate);
+  show_progress_through(results, "bytes of vnxres");
   TextWriter text(text_file, "<restxt>", kToTextConsequence);
   for (int group = kSizes; group <= kTitle; ++group) {
     read_and_check(results, static_cast<HeaderGroup>(group));
@@ -252,6 +254,7 @@ void results_from_text() {
   // An old vnxres is refused first; a text that is missing leaves no new one behind.
   if (inquire_file("vnxres").exists) open_file(kResultsUnit, "REN");
   open_file(kTextUnit, "TXR");
+  show_progress_through(text_file, "bytes of restxt");
   open_file(kResultsUnit, "REN");
   GroupWriter output(results, kForm);
   TextReader text(kTextUnit, kForm, output);

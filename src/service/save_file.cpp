@@ -4,6 +4,7 @@
 
 #include "driver/messages.h"
 #include "driver/number_format.h"
+#include "driver/progress.h"
 #include "driver/run_end.h"
 #include "driver/text.h"
 #include "driver/units.h"
@@ -88,7 +89,9 @@ ScanStatus report_damage(PartStatus status, const File& file) {
 
 File& open_save_file(Use use) {
   open_file(kSaveUnit, "SAV", {}, use);
-  return file_on(kSaveUnit);
+  File& file = file_on(kSaveUnit);
+  show_progress_through(file, "bytes of vnxsav");
+  return file;
 }
 
 ScanStatus scan_save_part(File& file, SavePart part, SaveCounts& counts, Listing listing) {
