@@ -130,8 +130,8 @@ void plan_records(RecordPlan& plan, const ResultsHeader& header, std::int64_t fi
   plan.time_value = header.extended_values();
   plan.loads_time = !named_only || results_variables.time_named;
   if (plan.loads_time) add_run(plan, plan.time_value, results_store.descriptor[kTau].start, 1);
-  std::stable_sort(plan.runs.begin(), plan.runs.end(),
-                   [](const Run& a, const Run& b) { return a.value < b.value; });
+  std::sort(plan.runs.begin(), plan.runs.end(),  // no two have the same place in the record
+            [](const Run& a, const Run& b) { return a.value < b.value; });
   form_spans(plan);
   plan.reads_ahead = spans_are_dense(plan);
 }
