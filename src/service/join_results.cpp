@@ -132,6 +132,7 @@ void write_output(const JoinCommand& command, JoinInput& earlier, JoinInput& lat
   const std::int64_t taken = earlier.offset_of(joint.of_earlier + 1);
   if (!append) open_file(kJoinedResultsUnit, "REW", command.output());
   File& output = append ? earlier.file : file_on(kJoinedResultsUnit);
+  if (const int refusal = output.write_refusal(); refusal != 0) stop_on_failed_write(refusal);
   output.keep_on_failure(append ? taken : File::kNoFile);
   const std::int64_t first = later.offset_of(joint.from_later),
                      end = later.offset_of(later.records + 1);

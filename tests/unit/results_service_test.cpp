@@ -1,5 +1,6 @@
 // Text form, repair and joining of results files.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 
@@ -341,6 +342,15 @@ TEST_F(ResultsFiles, FailuresOfRecordsAreReportedOnTheConsole) {
     EXPECT_EQ(full.status, 1);
     EXPECT_EQ(get("a"), a);  // as it was before
   }
+  const std::vector<double> append{0};
+  const Outcome refused = run([&] {  // a file that may only be read; nothing restrains the
+                                     // superuser
+    if (::chmod("a", 0444) != 0 || ::chmod(".", 0755) != 0) ::_exit(99);
+    if (::geteuid() == 0 && ::seteuid(65534) != 0) ::_exit(99);
+    run_service_command({"MAIN_procedure      ", kCharacter, "a=a+b", kInteger, kScalar, append});
+  });
+  EXPECT_EQ(refused.console, " %fat- Write error. 1st  file in SCMD2\n Fortran iostat = 13\n");
+  EXPECT_EQ(refused.listing, "");
   remove("c");
   put("b", b.substr(0, b.size() - 1));
   const Outcome cut = scmd2("c=a+b", {1});
