@@ -14,21 +14,8 @@ namespace {
 
 constexpr std::size_t kLongest = 40;
 
-struct Nearest {
-  std::string_view wanted;
-  int distance;
-  std::string_view name;
-
-  void offer(std::string_view candidate) {
-    const int candidate_distance = edit_distance(wanted, candidate);
-    if (candidate_distance >= distance) return;
-    distance = candidate_distance;
-    name = candidate;
-  }
-};
-
-}  // namespace
-
+// Characters to be added, left out, replaced or exchanged with their neighbour that make one text
+// the other; texts longer than kLongest are far apart.
 int edit_distance(std::string_view a, std::string_view b) {
   if (std::max(a.size(), b.size()) > kLongest) return static_cast<int>(kLongest);
   std::array<std::array<int, kLongest + 1>, kLongest + 1> d;
@@ -44,6 +31,21 @@ int edit_distance(std::string_view a, std::string_view b) {
   }
   return d[a.size()][b.size()];
 }
+
+struct Nearest {
+  std::string_view wanted;
+  int distance;
+  std::string_view name;
+
+  void offer(std::string_view candidate) {
+    const int candidate_distance = edit_distance(wanted, candidate);
+    if (candidate_distance >= distance) return;
+    distance = candidate_distance;
+    name = candidate;
+  }
+};
+
+}  // namespace
 
 std::string_view nearest_known_name(std::string_view name) {
   if (name.size() < 3) return {};

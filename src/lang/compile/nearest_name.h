@@ -6,10 +6,6 @@
 
 namespace zorvik {
 
-// Characters to be added, left out, replaced or exchanged with their neighbour that make one text
-// the other; texts longer than 40 characters count as far apart.
-int edit_distance(std::string_view a, std::string_view b);
-
 // The results variable, key or variable of the program that is nearest to `name` (upper case): at
 // most two changes away, one for a name of less than eight characters. Empty when none is near and
 // for names of one or two characters.
