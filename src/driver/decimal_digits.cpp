@@ -13,6 +13,7 @@ namespace {
 
 __extension__ typedef unsigned __int128 Wide;
 
+// A double of 1 to 10 digits needs 10^k for k from -308 (of 1.8e308) to 317 (of 2.3e-308).
 constexpr int kLowestPower = -320, kHighestPower = 330;
 constexpr Wide kOne = 1;
 
@@ -69,6 +70,7 @@ bool find_leading_digits(double value, int count, DecimalDigits& result) {
   const int biased = static_cast<int>(bits >> 52);
   if (biased == 0) return false;
   const int binary = biased - 1023;  // value lies in 2^binary .. 2^(binary + 1)
+  // The leading 1 that the stored form leaves out is put back.
   const std::uint64_t mantissa = (bits << 11) | (std::uint64_t{1} << 63);
   const std::uint64_t limit = kTens[count];
 
@@ -81,6 +83,7 @@ bool find_leading_digits(double value, int count, DecimalDigits& result) {
     if (digits >= limit) continue;  // one digit more than wanted
     const std::uint64_t half = std::uint64_t{1} << (fraction_bits - 1);
     const std::uint64_t fraction = upper & (2 * half - 1);
+    // Unsigned: a fraction below half - kShortBy wraps around and is far above.
     if (fraction - half + kShortBy <= 2 * kShortBy) return false;
     digits += fraction > half ? 1 : 0;
     const bool carried = digits == limit;

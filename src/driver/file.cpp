@@ -18,7 +18,7 @@
 namespace zorvik {
 namespace {
 
-constexpr std::size_t kBytesAfterJump = 4096;
+constexpr std::size_t kBytesAfterJump = 4096;  // read first; each further read takes twice as many
 
 // How much of `bytes` may be written to a stream at once. A console that nobody reads must not keep
 // an interrupted run from its end: then as much as surely fits, 0 when there is no room.
@@ -57,6 +57,7 @@ std::int64_t File::size() {
     fail(errno);
     return -1;
   }
+  // Bytes still in the buffer may reach behind the end that the system knows.
   const auto pending_end = writing_ ? position_ : 0;
   return std::max<std::int64_t>(info.st_size, pending_end);
 }
@@ -76,6 +77,7 @@ bool File::fill() {
   return true;
 }
 
+// kEnd and kCut differ only in whether anything was read: a clean end is no damage.
 ReadStatus File::read(void* to, std::size_t bytes) {
   if (writing_ && flush() != 0) return ReadStatus::kError;
   char* target = static_cast<char*>(to);
@@ -130,6 +132,8 @@ ReadStatus File::read_at(std::int64_t position, void* to, std::size_t bytes) {
 bool File::read_cached_at(std::int64_t position, void* to, std::size_t bytes) {
   if (!tells_cached_) return read_at(position, to, bytes) == ReadStatus::kOk;
   const iovec target{to, bytes};
+  // Bytes that would have to be fetched from the disk, or lie behind the end, make it come back
+  // short.
   const ssize_t got = ::preadv2(descriptor_, &target, 1, position, RWF_NOWAIT);
   if (got < 0 && (errno == EOPNOTSUPP || errno == ENOSYS)) {
     tells_cached_ = false;
@@ -149,12 +153,14 @@ ReadStatus File::skip(std::int64_t bytes) {
     known_end_ = size();
     if (known_end_ < 0) return ReadStatus::kError;
   }
+  // What is left may be negative: somebody else may have cut the file shorter than its position.
   const std::int64_t left = std::max<std::int64_t>(known_end_ - position_, 0);
   if (seek(position_ + std::min(left, bytes)) != 0) return ReadStatus::kError;
   if (left >= bytes) return ReadStatus::kOk;
   return left == 0 ? ReadStatus::kEnd : ReadStatus::kCut;
 }
 
+// What a line has beyond `capacity` is passed over, not kept for the next call.
 ReadStatus File::read_line(char* to, int capacity, int& length) {
   length = 0;
   if (writing_ && flush() != 0) return ReadStatus::kError;
@@ -185,6 +191,8 @@ void File::make_room() {
   writing_ = true;
 }
 
+// When the buffer held bytes read ahead they are dropped; position_, where the caller stands, and
+// not where the reading stopped, is where the bytes go.
 int File::write(const void* from, std::size_t bytes) {
   if (write_failure_ != 0) return write_failure_;
   if (!writing_) {
@@ -200,7 +208,7 @@ int File::write(const void* from, std::size_t bytes) {
     return 0;
   }
   while (bytes > 0) {
-    if (end_ == kBufferBytes && flush() != 0) return write_failure_;
+    if (end_ == kBufferBytes && flush() != 0) return write_failure_;  // it ends writing_, too
     writing_ = true;
     const std::size_t taken = std::min(bytes, kBufferBytes - end_);
     std::memcpy(buffer_.get() + end_, source, taken);
@@ -228,12 +236,14 @@ int File::write_line(std::string_view prefix, std::string_view text) {
   return write_failure_ == 0 && line_buffered_ ? flush() : write_failure_;
 }
 
+// What waited is dropped whether it could be written or not: nothing is written twice.
 int File::flush() {
   if (!writing_) return write_failure_;
   writing_ = false;
   const std::size_t pending = end_;
   next_ = end_ = 0;
   if (write_failure_ != 0) return fail(write_failure_);
+  // position_ stands behind what waits.
   const auto start = position_ - static_cast<std::int64_t>(pending);
   write_failure_ = write_all(descriptor_, buffer_.get(), pending, seekable_ ? start : -1);
   return write_failure_ == 0 ? 0 : fail(write_failure_);
@@ -263,6 +273,7 @@ int File::truncate_here() {
   if (const int status = flush(); status != 0) return status;
   if (write_refusal_ != 0) return fail(write_refusal_);
   next_ = end_ = 0;
+  // No longer known: the next skip asks again.
   known_end_ = 0;
   return ::ftruncate(descriptor_, position_) == 0 ? 0 : fail(errno);
 }

@@ -15,7 +15,8 @@ constexpr std::int64_t kBlockBytes = 4 * 1024 * 1024;  // copied between two loo
 constexpr std::size_t kPieceBytes = 256 * 1024;
 constexpr std::int64_t kLeastForSystem = 64 * 1024;
 
-// Lets the system copy up to `bytes` bytes; how many it copied, perhaps none.
+// Lets the system copy up to `bytes` bytes; how many it copied, perhaps none. A failure counts as
+// none: the copy through the buffer then meets it again and can tell which side it was.
 std::int64_t copy_by_system(int from, std::int64_t first, int to, std::int64_t target,
                             std::int64_t bytes) {
   off_t read_place = first, write_place = target;
@@ -45,10 +46,12 @@ CopyStatus File::copy_from(File& source, std::int64_t first, std::int64_t bytes)
     stop_if_interrupted();
     std::int64_t copied = 0;
     if (system_copies) {
+      // The system copies behind the buffer's back: what waits in it must be in the file first.
       if (flush() != 0) return CopyStatus::kWriteError;
       copied = copy_by_system(source.descriptor_, first, descriptor_, position_,
                               std::min(end - first, kBlockBytes));
       position_ += copied;
+      // Two file systems that can't, or the source's end: asked once, not for every block.
       system_copies = copied > 0;
     }
     if (copied == 0) {

@@ -37,6 +37,8 @@ std::string folder_of(const std::string& path) {
 // Gives the open file a name of its own beside `path`; 0 with the name, or errno.
 int link_beside(int descriptor, const std::string& path, std::string& name) {
   const std::string here = link_to(descriptor);
+  // Names that are taken are remains of runs that were killed, or others' files: they are left
+  // alone.
   for (int k = 1; k < 1000; ++k) {
     name = path + ".new" + (k == 1 ? "" : std::to_string(k));
     if (::linkat(AT_FDCWD, here.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0) return 0;
@@ -62,7 +64,7 @@ bool forbids_replacing(int status) {
 
 }  // namespace
 
-// A file system that cannot do it says EINVAL.
+// A file system that cannot do it says EINVAL: then there is nothing to wait for.
 int sync_folder(const std::string& folder) {
   const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (descriptor < 0) return errno;
@@ -111,6 +113,7 @@ int File::open_regular(const std::string& path, int access) {
 
 int File::open_to_read(const std::string& path) { return open_regular(path, O_RDONLY); }
 
+// The refusal is kept: a command that only looks needs no right to write, one that writes tells it.
 int File::open_to_rewrite(const std::string& path) {
   const int refusal = open_regular(path, O_RDWR);
   if (refusal != EACCES && refusal != EROFS && refusal != EPERM) return refusal;
@@ -186,6 +189,8 @@ int File::close() {
   if (descriptor_ < 0) return 0;
   int status = write_failure_ != 0 ? 0 : flush();
   if (unnamed_) {
+    // The name comes last, when every byte is in the file; another file may have taken it
+    // meanwhile.
     const int failure = give_name();
     if (status == 0) status = failure;
   }
@@ -194,16 +199,21 @@ int File::close() {
   return status == 0 ? 0 : fail(status);
 }
 
+// Owner, mode and rights are copied to the new file while it still has no name, and the disk has
+// all of it before the name changes hands: whenever the machine stops, the name shows one of the
+// two files whole. Of a file with several hard links the others would keep the old content.
 int File::take_place_of(const std::string& path) {
   const std::string real = real_path(path);
   struct stat old;
   if (::stat(real.c_str(), &old) != 0) return fail(errno);
   if (!can_take_place_ || old.st_nlink > 1) return fail(ENOTSUP);
   if (const int status = flush(); status != 0) return status;
+  // Only root may give a file away: another who may write it becomes its owner.
   if (::fchown(descriptor_, old.st_uid, old.st_gid) != 0 &&
       ::fchown(descriptor_, kSameOwner, old.st_gid) != 0 && errno != EPERM) {
     return fail(errno);
   }
+  // Behind the change of owner, which may take set-user and set-group bits away.
   if (::fchmod(descriptor_, old.st_mode & 07777) != 0) return fail(errno);
   if (!copy_access_list(real, descriptor_)) return fail(ENOTSUP);
   if (const int status = sync(); status != 0) return status;
@@ -237,6 +247,7 @@ int File::cut_back_to(std::int64_t end) {
   return truncate_here();
 }
 
+// The name is taken away only when it still is this file's: it may have been renamed or replaced.
 int File::discard() {
   int status = 0;
   if (!unnamed_ && is_same_file(name_) && ::unlink(name_.c_str()) != 0) status = errno;

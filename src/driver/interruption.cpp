@@ -18,6 +18,7 @@ void note_signal(int signal) { pending_signal = signal; }
 void heed_signals() {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGXCPU}) {
     struct sigaction action {};
+    // Ignored by the caller, as by nohup: then it stays so.
     if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) continue;
     action = {};
     action.sa_handler = note_signal;

@@ -28,6 +28,7 @@ std::string without_controls(std::string_view text) {
   return shown;
 }
 
+// Writes the text and, for a status, its second record; 0 or the status of the write that failed.
 // A failure of the console is told when the run ends.
 int write_record(int unit, std::string_view text, int io_status) {
   File& file = file_on(unit);
@@ -43,6 +44,7 @@ int write_record(int unit, std::string_view text, int io_status) {
   return failure;
 }
 
+// Of all files that messages go to, the listing is the one whose failure ends the run at once.
 void stop_on_failed_write(int failure) {
   if (failure == 0) return;
   write_record(kConsole, "%fat- Write error. File <zrvlis>", failure);
@@ -64,6 +66,7 @@ void issue_message(int unit, std::string_view text, int io_status, int line) {
     with_line = message(text, " Line ", line);
     text = with_line;
   }
+  // The console comes first: a failing file would end the run before it had been told.
   if (unit <= kConsole) write_record(kConsole, text, io_status);
   if (unit != kConsole) write_to_file(unit < 0 ? -unit : unit, text, io_status);
 }
@@ -73,6 +76,7 @@ void flush_listing() { stop_on_failed_write(file_on(listing_unit).flush()); }
 void issue_pointed_message(int unit, std::string_view text, int column) {
   if (text.empty()) return;
   std::string pointer = "%_____";
+  // A tab stays a tab, so the caret stands below its character however wide tabs are shown.
   for (int k = 1; k < column; ++k) {
     pointer.push_back(source_line.text[k - 1] == '\t' ? '\t' : '_');
   }

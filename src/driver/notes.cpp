@@ -56,6 +56,7 @@ void write_notes() {
     if (slot.text.empty()) continue;
     std::string line = message("zorvik: note: ", slot.text);
     if (slot.count > 1) line += message(" (", slot.count, " times)");
+    // Names and lines of files stand in notes: they must not move a terminal's cursor.
     for (char& c : line) {
       if (static_cast<unsigned char>(c) < ' ') c = '.';
     }

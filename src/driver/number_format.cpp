@@ -139,6 +139,7 @@ NumberText number_text(Put put) {
 }  // namespace
 
 char* put_integer(char* to, double value) {
+  // NaN fails this comparison too; what passes it can be made a whole number of 64 bits.
   if (!(std::fabs(value) < 1e11)) return put_asterisks(to, kIntegerWidth);
   char* const end = std::to_chars(to, to + kMaxNumberWidth, static_cast<long long>(value)).ptr;
   return end - to > kIntegerWidth ? put_asterisks(to, kIntegerWidth) : end;

@@ -56,6 +56,7 @@ void describe(Line& line) {
     line.add("running");
     return;
   }
+  // The run goes on changing the counters while a signal is handled: they are read as they are now.
   const std::int64_t done = *static_cast<const volatile std::int64_t*>(current.done);
   line.add_number(done);
   if (current.total > 0) {
@@ -104,6 +105,7 @@ void write_line_once(int) {
   errno = saved;
 }
 
+// Calls of the system go on after these signals: looking at a run must not disturb it.
 void handle(int signal, void (*handler)(int)) {
   struct sigaction action {};
   action.sa_handler = handler;
@@ -122,6 +124,7 @@ void watch_progress() {
   ::setitimer(ITIMER_REAL, &each_second, nullptr);
 }
 
+// A signal between two of the assignments would show a mixture of two tasks.
 void show_progress_of(const Task& task) {
   sigset_t both, before;
   ::sigemptyset(&both);

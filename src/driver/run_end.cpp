@@ -24,6 +24,7 @@ void report_failed_close(int unit, int status) {
   issue_message(destination, message("%fat- Write error. ", write_error_subject(unit)), status);
 }
 
+// The console can't tell it itself: the listing does, and a note where there is one.
 void report_failed_console(int status) {
   if (listing_unit != kConsole) {
     issue_message(listing_unit, "%fat- Write error. Console", status);
@@ -36,6 +37,7 @@ void report_failed_console(int status) {
 
 }  // namespace
 
+// An error that was only counted makes a failed run too, whatever end its caller saw.
 void end_run(RunEnd end) {
   static bool ending = false;
   const bool good = end == RunEnd::kNormal && error_count == 0;
@@ -62,8 +64,9 @@ void end_run(RunEnd end) {
   if (const int status = file_on(kListingUnit).close(); status != 0) {
     failed = true;
     report_failed_close(kListingUnit, status);
-    file_on(kConsole).flush();
+    file_on(kConsole).flush();  // with the message about the listing
   }
+  // The terminal is cleared first, so that the notes stand below the run's own output.
   end_progress();
   write_notes();
   if (is_interrupted()) die_by_pending_signal();

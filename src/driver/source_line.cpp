@@ -43,6 +43,7 @@ int without_lost_text(int length) {
   const std::string_view all(source_line.text, static_cast<std::size_t>(length));
   const auto width = static_cast<std::size_t>(source_line.width);
   const std::string_view lost = trim_right(trim_left(all.substr(width)));
+  // The line is not counted yet.
   const int number = source_line.number + 1;
   const bool harmless =
       lost.empty() || lost.front() == '!' || ends_in_comment(all.substr(0, width));
@@ -56,7 +57,8 @@ int without_lost_text(int length) {
   return source_line.width;
 }
 
-// Reads a record into the line; kOk, kEnd or kError.
+// Reads a record into the line; kOk, kEnd or kError. Beyond the significant columns it is read only
+// in the pass that lists, and only for a note.
 ReadStatus read_record(int unit) {
   int length = 0;
   const bool listed = source_line.list_to != 0;
@@ -105,6 +107,7 @@ int read_source_line(int unit) {
     if (unit != kProgramUnit) return kEndOfText;
     stop_on_console("%fat- Read error. File <zrvdat>", source_line.failure);
   }
+  // Only while listing is the line number bounded by its five digits.
   if (source_line.list_to == 0) return source_line.length;
   if (source_line.number > kMaxSourceLines) {
     stop_on_console("%fat- Input file has more then 99999 lines");
@@ -113,6 +116,7 @@ int read_source_line(int unit) {
   return source_line.length;
 }
 
+// The lines up to this one are passed over silently, by read_record.
 void u16pxy(int unit, int line, int column) {
   return_to(unit, line, column);
   if (source_line.list_to != 0) list_line();
@@ -120,6 +124,7 @@ void u16pxy(int unit, int line, int column) {
 
 void return_to(int unit, int line, int column) {
   File& file = file_on(unit);
+  // The line itself needs no reading when it is the current one.
   if (source_line.number > line || source_line.number == 0) {
     if (const int status = file.rewind(); status != 0) {
       stop_with_listing("%fat- I/O error. File <zrvdat>", kNoLine, status);

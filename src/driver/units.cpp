@@ -18,6 +18,8 @@
 namespace zorvik {
 namespace {
 
+// kWhole: the file has its name when it is closed. kScratch lies on the disk, kSmallScratch in
+// memory.
 enum class Opening { kRead, kNew, kWhole, kAsAsked, kScratch, kSmallScratch };
 
 struct FileCode {
@@ -70,6 +72,7 @@ int open_as(File& file, const std::string& name, Opening opening, Use use) {
 
 }  // namespace
 
+// /dev/null fills the lowest free descriptors, until one above the three standard ones is given.
 void occupy_standard_descriptors() {
   int descriptor;
   do {
@@ -96,6 +99,7 @@ void open_file(int unit, std::string_view code, std::string_view name, Use use) 
     opening = row.opening;
     if (!row.name.empty()) file_name = row.name;
   }
+  // An OUTPUT's name is a name of the program, which is upper case; files are named in lower case.
   if (!known) to_lower_case(file_name.data(), file_name.size());
   const bool scratch = opening == Opening::kScratch || opening == Opening::kSmallScratch;
   if (scratch) unit = kScratchUnit;
@@ -116,9 +120,11 @@ void open_file(int unit, std::string_view code, std::string_view name, Use use) 
 Inquiry inquire_file(const std::string& name) {
   struct stat info;
   if (::stat(name.c_str(), &info) != 0) {
+    // That there is no such file is an answer and no failure.
     const bool absent = errno == ENOENT || errno == ENOTDIR;
     return {absent ? 0 : errno, false, false};
   }
+  // Compared by what is open, not by name: two names may be links to one file. Not the console.
   const bool opened = std::any_of(files.begin() + 1, files.end(),
                                   [&](const File& file) { return file.is_same_file(name); });
   return {0, true, opened};

@@ -59,7 +59,7 @@ HeaderStatus add_entry(std::string_view name, std::int64_t rows, std::int64_t co
   entry.lo1 = entry.lo2 = 1;
   entry.hi1 = static_cast<std::int32_t>(rows);
   entry.hi2 = static_cast<std::int32_t>(columns);
-  entry.form = entry.hi1 * 1000 + 1;
+  entry.form = entry.hi1 * 1000 + 1;  // every quantity of an element is real
   return HeaderStatus::kOk;
 }
 
@@ -110,6 +110,7 @@ bool plausible(const Entry& entry) {
 // In the extended layout the entry that follows the extended part skips the problem time, which is
 // the first value of the standard part.
 HeaderStatus place_entries(const ResultsHeader& header) {
+  // Without an extended part value 1 is the problem time.
   std::int64_t next = header.is_extended() ? 1 : 2;
   bool in_extended_part = header.is_extended();
   for (int e = 1; e <= entry_table.count; ++e) {
@@ -118,6 +119,7 @@ HeaderStatus place_entries(const ResultsHeader& header) {
     if (entry.values() > kResultsCapacity) return HeaderStatus::kTooLarge;
     entry.start = next;
     next += entry.values();
+    // An entry without values may stand behind the last value.
     if (entry.values() > 0 && next - 1 > header.record_values()) return HeaderStatus::kInvalid;
     if (in_extended_part && next > header.extended_values()) {
       in_extended_part = false;

@@ -100,6 +100,7 @@ void open_results_file() {
   if (no_results_file) return;
   open_and_read_header();
   define_title();
+  // Last, so that the faults of a header come before the emptiness of its file.
   if (state.records == 0) stop_with_listing("%fat- File <vnxres> has no records");
 }
 

@@ -14,8 +14,8 @@ ResultsVariables results_variables;
 
 namespace {
 
-NameSlots<8192> slots;  // numbers of variables
-static_assert(2 * kMaxEntries <= 8192);
+NameSlots<8192> slots;                   // numbers of variables
+static_assert(2 * kMaxEntries <= 8192);  // half of the slots stay free, so searches end soon
 
 std::string_view name_of_number(int number) { return name_of(results_variables.variable[number]); }
 

@@ -12,8 +12,8 @@ NotkeyStore notkeys;
 
 namespace {
 
-NameSlots<1024> slots;  // numbers of notkeys
-static_assert(2 * kMaxNotkeys <= 1024);
+NameSlots<1024> slots;                   // numbers of notkeys
+static_assert(2 * kMaxNotkeys <= 1024);  // half of the slots stay free, so searches end soon
 
 }  // namespace
 
@@ -48,6 +48,7 @@ int enter_notkey(std::string_view name, int line) {
 void define_notkey(int number, BaseType base_type, int rank, int d1, int d2, int line) {
   const bool is_text = base_type == kCharacter;
   int& next = is_text ? notkeys.next_text : notkeys.next_value;
+  // The product of two extents may pass 32 bits.
   const long long wanted = is_text ? d1 : static_cast<long long>(d1) * d2;
   if (next + wanted - 1 > (is_text ? kTextPoolCapacity : kNotkeyCapacity)) {
     stop_with_listing(

@@ -1,4 +1,8 @@
-// THEN, ELSE, ENDIF and ENDDO: the nesting of blocks and the positions that jumps will need.
+// THEN, ELSE, ENDIF and ENDDO: the nesting of blocks and the positions that jumps will need. IFs
+// and DOs have a stack each; a block notes how deep the other stack was at its head, and at ELSE,
+// ENDIF and ENDDO it must be as deep again. When it is not, the keyword is in error but does its
+// work, so that what follows is not in error because of it. None of these errors has a pointer or a
+// line.
 #include "driver/messages.h"
 #include "lang/check/statement_handlers.h"
 
@@ -22,6 +26,7 @@ void check_then(const Lexeme& head) {
   open->then = position_of(head);
 }
 
+// That a THEN came before is not asked for: without one the IF was in error already.
 void check_else(const Lexeme& head) {
   OpenIf* const open = innermost_if();
   if (open == nullptr || open->else_seen) {
@@ -45,6 +50,7 @@ void check_endif(const Lexeme& head) {
   block.then = open->then;
   block.endif = position_of(head);
   block.else_part = open->else_part;
+  // A false condition leads to the ELSE, or past the whole block.
   block.then_end = open->else_seen ? open->else_part : block.endif;
   if (open->do_depth != statement_state.do_depth) {
     count_error("%err- Invalid control structure using IF...ENDIF and DO...ENDDO statements");

@@ -1,4 +1,5 @@
-// Labels, GOTO, OUT and RETURN.
+// Labels, GOTO, OUT and RETURN. A GOTO keeps its target's name until the END of its procedure, an
+// OUT until the end of the text: labels and procedures may stand behind what names them.
 #include "driver/messages.h"
 #include "driver/text.h"
 #include "lang/check/statement_handlers.h"
@@ -27,6 +28,7 @@ Outcome read_target(int unit, const Lexeme& head, Lexeme& target,
                     std::string (*fault_of)(const Lexeme&)) {
   switch (next_lexeme(unit, target)) {
     case LexStatus::kEnd:
+      // "taget" is how the message is spelled.
       count_error_at(head.column, message("%err- ", head.view(), " taget is absent"));
       return Outcome::kTextEnded;
     case LexStatus::kError:
@@ -43,6 +45,7 @@ Outcome read_target(int unit, const Lexeme& head, Lexeme& target,
 
 std::string invalid_after(const Lexeme& lexeme, std::string_view word) {
   std::string text = "%err- ";
+  // The constant itself is not shown, so its text has a closing quote and no opening one.
   if (lexeme.is(kCharacterConstant)) {
     text += "Character constant ";
   } else if (lexeme.is(kRealConstant)) {
@@ -60,6 +63,7 @@ Outcome define_label(const Lexeme& label) {
   if (tables.labels == kMaxControlStatements) {
     stop_with_listing(message("%fat- Number of labels > ", kMaxControlStatements));
   }
+  // After the limit: the 101st label is one too many even when its name stands already.
   if (find_label(label.view()) != nullptr) {
     count_error_at(label.column,
                    message("%err- Multiple definition of label \"", label.view(), '"'));
@@ -73,6 +77,7 @@ Outcome define_label(const Lexeme& label) {
 
 Outcome check_goto(int unit, const Lexeme& head) {
   ControlTables& tables = control_tables;
+  // Before the target is read: the 101st ends the run even when it is in error.
   if (tables.jumps == kMaxControlStatements) {
     stop_with_listing(message("%fat- Number of GOTOs > ", kMaxControlStatements));
   }
@@ -100,6 +105,7 @@ Outcome check_out(int unit, const Lexeme& head) {
 }
 
 Outcome check_return(int unit, const Lexeme& head) {
+  // MAIN has no caller to return to; its block and the OUTPUTs have one.
   if (statement_state.context == Context::kMain) {
     count_error_at(head.column, "%err- RETURN is not valid in MAIN procedure");
     return skip_statement(unit);

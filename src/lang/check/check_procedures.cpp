@@ -7,6 +7,7 @@
 namespace zorvik {
 namespace {
 
+// Stands in the listing where the block's lines, listed before with MAIN's, begin and end again.
 constexpr std::string_view kBlockRule = "--------------------";
 
 std::string fault_of_output_name(const Lexeme& lexeme) {
@@ -23,6 +24,7 @@ void enter_output(const Lexeme& name, Position head) {
   if (procedure_table.count - kMainProcedure == kMaxOutputs) {
     stop_with_listing(message("%fat- Number of OUTPUT statements > ", kMaxOutputs));
   }
+  // The block's name counts too: it is an entry of the same table.
   if (find_procedure(name.view()) != 0) {
     count_error_at(name.column, "%err- Multiple definition of OUTPUT");
     return;
@@ -51,6 +53,8 @@ bool resolve_gotos() {
 }
 
 // The depth of the deepest DO block that contains the position; 0 outside every block.
+// The DO is inside, the ENDDO is not; so a label in front of ENDDO is inside, one in front of DO is
+// not.
 int do_depth_at(Position position) {
   int depth = 0;
   for (int k = 1; k <= control_tables.dos; ++k) {
@@ -81,7 +85,7 @@ void skip_block(int unit) {
     }
     if (status == LexStatus::kError) {
       report_lexical_error(lexeme);
-      lexeme.code = 0;
+      lexeme.code = 0;  // what is malformed is no END, whatever it began as
     }
   } while (!lexeme.is(kEnd));
   if (next_lexeme(unit, lexeme) == LexStatus::kEnd) {
@@ -115,6 +119,8 @@ Outcome check_output(int unit, const Lexeme& head) {
   if (state.context != Context::kNone) {
     stop_with_listing_at(head.column, "%fat- Statement OUTPUT is invalid inside procedures");
   }
+  // From here on a procedure is open, even when its name is in error: its statements are checked
+  // and its END must come.
   state.context = Context::kOutput;
   state.procedure_closed = false;
   Lexeme name;
@@ -161,7 +167,11 @@ void end_procedure(int unit, const Lexeme& head) {
   } else if (state.context == Context::kBlock) {
     leave_block(unit);
   }
+  // MAIN's tables still stand, whatever the text is positioned at: all below is about the procedure
+  // that ends here.
   const bool resolved = resolve_gotos();
+  // Where an open DO ends is not known, and a GOTO without its label leads nowhere: then no branch
+  // is judged.
   if (state.do_depth > 0) {
     count_error("%err- Unclosed DO ... ENDDO block(s)");
   } else if (resolved) {

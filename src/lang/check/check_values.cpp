@@ -1,4 +1,6 @@
-// Statements that hold expressions: assignments, PRINT and WRITE, the heads of IF and DO.
+// Statements that hold expressions: assignments, PRINT and WRITE, the heads of IF and DO. Labels
+// are off from the head to the statement's end, so that A:B is a range. Of several values each
+// begins as the first one does; what they mean is for pass 2 and the execution to say.
 #include "driver/messages.h"
 #include "driver/text.h"
 #include "lang/check/expression_checker.h"
@@ -41,7 +43,8 @@ Outcome check_values(int unit, int& count) {
   }
 }
 
-// Checks the target up to and including "=".
+// Checks the target up to and including "=". A plain name is all of a target; of one with "(" the
+// expression reader takes the name again, with its subscripts.
 Outcome check_left_side(int unit, Lexeme name) {
   if (!name.is(kName)) {
     return reject(unit, name, "%err- Invalid left side of assignment statement");
@@ -75,6 +78,7 @@ Outcome check_condition(int unit, const Lexeme& head) {
     default:
       break;
   }
+  // The condition may have ended at THEN, "[" included, at another keyword, at ";" or at ",".
   if (lexeme.is(kThen)) {
     next_lexeme(unit, lexeme);  // it was given back; a ":" behind it makes it no label
     check_then(lexeme);

@@ -15,6 +15,7 @@ namespace {
 class UnresolvedOperands : public OperandResolver {
  public:
   bool constant(const Lexeme& lexeme, Item& item) override {
+    // Number 0 is no constant: in this pass only the type counts.
     item = make_constant(0, static_cast<BaseType>(lexeme.code - kIntegerConstant));
     return true;
   }
@@ -24,6 +25,8 @@ class UnresolvedOperands : public OperandResolver {
   }
 };
 
+// The syntax has seen to it that an operator finds its operands on the stack, and an opener its
+// arguments. What it does not see is one that is left over: A ^ B, 2(3).
 class ClassChecker {
  public:
   // The message of the first class error, or an empty text.
@@ -75,6 +78,7 @@ class ClassChecker {
     }
     if (item.first == kEqual) {
       if (among(operands, 'A')) return "%err- Invalid usage of subarray in operation \"==\"";
+      // Two texts may be compared, and two values, but not one with the other.
       if ((stack_[depth_ - 1] == 'C') != (stack_[depth_ - 2] == 'C')) {
         return "%err- Invalid usage of character operand in operation \"==\"";
       }
@@ -124,6 +128,8 @@ ExpressionEnd check_expression(int unit, ExpressionMode mode, Lexeme& lexeme) {
   if (end == ExpressionEnd::kFailed) return end;
   const std::string fault = ClassChecker().check(items);
   if (fault.empty()) return end;
+  // Both lines are one error. The pointer shows the lexeme that ended the expression: where inside
+  // it the fault lies is no longer known.
   issue_pointed_message(listing_unit, "%err- See expression before the pointer", lexeme.column);
   count_error(fault);
   return ExpressionEnd::kFailed;

@@ -61,8 +61,9 @@ Outcome check_keyword(int unit, const Lexeme& head) {
 
 Outcome check_statement(int unit, const Lexeme& head) {
   if (head.is(kSemicolon)) return Outcome::kDone;
+  // What begins no statement anywhere is told as such, with or without an active procedure.
   if (is_operator(head.code)) return reject(unit, head, invalid_here("Operation", head));
-  if (head.code < kName) return reject(unit, head, invalid_here("Constant", head));
+  if (head.code < kName) return reject(unit, head, invalid_here("Constant", head));  // 100 to 102
   if (is_function(head.code)) return reject(unit, head, invalid_here("Function", head));
   if (statement_state.context == Context::kNone && !head.is(kOutput)) {
     count_error_at(head.column, kNoProcedure);
@@ -88,6 +89,7 @@ void check_program(int unit) {
       if (skip_statement(unit) == Outcome::kTextEnded) break;
       continue;
     }
+    // A program says so that it works without a results file: by a label as its very first lexeme.
     if (first && lexeme.is(kLabel)) no_results_file = true;
     if (check_statement(unit, lexeme) == Outcome::kTextEnded) break;
   }
@@ -97,6 +99,7 @@ void check_program(int unit) {
 }  // namespace
 
 void parse_pass(int unit) {
+  // Every line that is read from here on is listed.
   source_line.list_to = listing_unit;
   open_file(kScratchUnit, "SC1");
   statement_state = {};

@@ -1,4 +1,6 @@
-// Writer and reader are mirrors: both walk over the same columns in the same order.
+// Writer and reader are mirrors: both walk over the same columns in the same order. A table goes
+// column by column, not row by row, and one without entries as one entry, whose numbers are those
+// of whatever its first place holds.
 #include "lang/code/control_tables.h"
 
 #include <algorithm>
@@ -99,6 +101,7 @@ void reset_control_tables() {
   control_tables.ifs = control_tables.dos = 0;
 }
 
+// At most a hundred, each asked for a few times: compared one by one.
 const Label* find_label(std::string_view name) {
   for (int k = 1; k <= control_tables.labels; ++k) {
     const Label& label = control_tables.label[k];

@@ -9,6 +9,7 @@ namespace zorvik {
 ProcedureTable procedure_table;
 
 void reset_procedure_table() {
+  // MAIN is there from the beginning, without a name.
   procedure_table.count = kMainProcedure;
   procedure_table.has_block = false;
   procedure_table.out_count = 0;

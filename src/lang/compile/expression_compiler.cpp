@@ -11,6 +11,8 @@
 namespace zorvik {
 namespace {
 
+// The first operand that fails ends the expression: what was stored or entered for those before it
+// stays.
 class ResolvedOperands : public OperandResolver {
  public:
   explicit ResolvedOperands(const NameScope& scope) : scope_(scope) {}

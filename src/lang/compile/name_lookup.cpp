@@ -24,6 +24,8 @@ Found report(std::string_view text, const NameScope& scope) {
   return Found::kError;
 }
 
+// TURN_ON.NAME. A name whose part before the "." is no key of OUTPUTs, as P.CH5, is for the others;
+// one whose part is a key belongs here, even when there is no such OUTPUT.
 Found find_key_of_output(const Lexeme& name, bool target, const NameScope& scope, Item& item) {
   if (name.dot == 0) return Found::kNo;
   const auto dot = static_cast<std::size_t>(name.dot);
@@ -45,12 +47,14 @@ Found find_results_name(const Lexeme& name, bool target, const NameScope& scope,
     return report(message("%err- Variable from <vnxres>", name.view(), kLeftSide), scope);
   }
   ResultsVariable& variable = results_variables.variable[number];
+  // From now on its values are wanted of every record; what nobody names is not loaded.
   variable.named = true;
   item =
       make_variable(variable.descriptor, kResultsStore, variable.rank, variable.base_type, false);
   return Found::kYes;
 }
 
+// Only inside an OUTPUT, whose copies hide nothing of another family but a notkey of that name.
 Found find_own_key(const Lexeme& name, bool target, const NameScope& scope, Item& item) {
   if (scope.first_key_descriptor == 0) return Found::kNo;
   const int key = find_key(name.view(), kFirstOutputKey, kLastOutputKey);
@@ -60,10 +64,12 @@ Found find_own_key(const Lexeme& name, bool target, const NameScope& scope, Item
   return Found::kYes;
 }
 
+// The keys of MAIN are known in every procedure.
 Found find_main_key(const Lexeme& name, bool target, const NameScope& scope, Item& item) {
   const int number = find_key(name.view(), kFirstMainKey, kLastMainKey);
   if (number == 0) return Found::kNo;
   const Key& key = key_of(number);
+  // A second value is told before the question whether the key may have one at all.
   if (target && key.defined_once && main_key_value(static_cast<KeyNumber>(number)) != kUndefined) {
     return report(message("%err- Multiple definition of key ", key.name), scope);
   }
@@ -90,6 +96,7 @@ Found find_notkey_name(const Lexeme& name, bool target, const NameScope& scope, 
       note_near_name(name.view(), scope.line);
       return report(message("%err- Undefined variable ", name.view()), scope);
     }
+    // Its type and rank are those of its first value when the program runs: here they are unknown.
     number = enter_notkey(name.view(), scope.line);
   }
   item = make_variable(kNotkeyLink * number, kNotkeyStore, kUnknownRank, kInteger, target);

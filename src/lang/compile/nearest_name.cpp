@@ -12,7 +12,7 @@
 namespace zorvik {
 namespace {
 
-constexpr std::size_t kLongest = 40;
+constexpr std::size_t kLongest = 40;  // kEntryNameWidth: no known name is longer
 
 // Characters to be added, left out, replaced or exchanged with their neighbour that make one text
 // the other; texts longer than kLongest are far apart.
@@ -48,6 +48,7 @@ struct Nearest {
 }  // namespace
 
 std::string_view nearest_known_name(std::string_view name) {
+  // Of one or two characters nearly every short name is near.
   if (name.size() < 3) return {};
   const int allowed = name.size() < 8 ? 1 : 2;
   Nearest nearest{name, allowed + 1, {}};

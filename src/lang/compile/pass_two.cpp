@@ -25,6 +25,7 @@ namespace {
 // files.
 constexpr int kFixedFiles = 10;
 
+// Line numbers begin again; the listing stays as pass 1 left it.
 void restart_text(int unit) {
   if (const int status = file_on(unit).rewind(); status != 0) {
     stop_on_console("%fat- Rewind error. File <zrvdat>", status);
@@ -38,6 +39,7 @@ void reset_tables() {
   reset_constants();
   reset_notkeys();
   reset_results_store();
+  // No record will give the problem time its value.
   if (no_results_file) main_key_value(kTau) = 0.0;
   // The seed of random numbers: the same in every run of a program, another one after a change of
   // its calls.
@@ -112,6 +114,7 @@ void compile_statement(Compilation& compilation, const Lexeme& head) {
 Position compile_body(Compilation& compilation, int procedure) {
   Lexeme lexeme;
   for (;;) {
+    // Before the statement: the hundred and first error is told, and this after it.
     if (error_count > kMaxErrors) {
       stop_with_listing("%fat- Number of errors > 100", source_line.number);
     }

@@ -1,4 +1,6 @@
-// The end of pass 2: what the program takes of the fixed tables.
+// The end of pass 2: what the program takes of the fixed tables. Errors end the run after the
+// report, so that a program too large and in error shows both; the first record is loaded only for
+// a program that will run.
 #include "driver/messages.h"
 #include "driver/number_format.h"
 #include "driver/text.h"
@@ -19,6 +21,7 @@ NumberText used_percentage(int next_free, int capacity) {
 void list_usage() {
   write_blank_line(listing_unit);
   issue_message(listing_unit, "Usage of space: Variables (<vnxres>), Descriptors, Procedures");
+  // The blanks set each percentage below its word.
   issue_message(
       listing_unit,
       message("Used   space:         ", used_percentage(results_store.next_value, kResultsCapacity),

@@ -67,6 +67,8 @@ const Row& row_at(const Row* rows, Position Row::*position, int count, Position 
   return rows[IU96BS(rows, position, count, wanted, order)];
 }
 
+// Only an OUTPUT has a file of its own that WRITE heads with the problem time and WRITE1 does not;
+// elsewhere the two are the same.
 StatementCode output_code(const Compilation& compilation, const Lexeme& head) {
   if (head.is(kPrint)) return kCodePrint;
   const bool own_file = compilation.context == Context::kOutput;
@@ -112,6 +114,8 @@ void compile_if(Compilation& compilation, const Lexeme&) {
   const bool good = compile(compilation, ExpressionMode::kValue, lexeme) != ExpressionEnd::kFailed;
   next_lexeme(compilation.unit, lexeme);  // THEN
   if (!good) return;
+  // An IF is known by its THEN. IFs are numbered in the order of their heads, and so are their
+  // THENs.
   const IfBlock& block = row_at(control_tables.if_block, &IfBlock::then, control_tables.ifs,
                                 position_of(lexeme), SearchOrder::kIncreasing);
   append(compilation, make_head(kCodeThen, lexeme.line));
@@ -130,6 +134,7 @@ void compile_endif(Compilation& compilation, const Lexeme& head) {
   append(compilation, 0);
 }
 
+// A ";" behind the target is read as an empty statement.
 void compile_goto(Compilation& compilation, const Lexeme& head) {
   const GotoStatement& jump =
       row_at(control_tables.jump, &GotoStatement::position, control_tables.jumps, position_of(head),
@@ -162,6 +167,8 @@ void compile_do(Compilation& compilation, const Lexeme& head) {
   if (compile_target(compilation, name) && compile_list(compilation)) {
     for (int k = 0; k < kLoopRecordWords; ++k) append(compilation, 0);
   }
+  // Also after a failure: the jumps are then not resolved, but ENDDO's row is asked for all the
+  // same.
   record_position(JumpTarget::kDo, position_of(head), code_store.next_free);
 }
 

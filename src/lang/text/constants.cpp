@@ -57,6 +57,7 @@ class RealScanner {
       negative = text_[next_++] == '-';
     }
     if (next_ == text_.size()) return Fault::kSyntax;
+    // Places count from 1: 0 says that there is no digit but zeros.
     const bool zero = significant_ == 0 && first_place_ == 0;
     int exponent = 0;
     for (; next_ < text_.size(); ++next_) {
@@ -115,6 +116,7 @@ double parse_real_constant(std::string_view text, std::string& error) {
       set_error(error, "Ugliness", "real", text);
       return 0.0;
   }
+  // The form is good and the exponent in range: all of the text is taken, and no value is denormal.
   double value = 0.0;
   std::from_chars(text.data(), text.data() + text.size(), value);
   return value;

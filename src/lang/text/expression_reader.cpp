@@ -23,7 +23,8 @@ enum Category {
   kColonSign
 };
 
-// Row: a lexeme's category; column: the category of the lexeme before it.
+// Row: a lexeme's category; column: the category of the lexeme before it. Anything may come first:
+// which lexemes begin an expression is for the callers to judge.
 constexpr bool kMayFollow[9][9] = {
     //             start  bin    ,      (      )      opd    opn    sign   :
     /* start  */ {false, false, false, false, false, false, false, false, false},
@@ -46,7 +47,7 @@ constexpr Precedence kPrecedences[kLastOperator + 1] = {
     {0, 0}, {8, 2}, {5, 2}, {5, 2}, {0, 0}, {1, 2}, {8, 2}, {6, 2}, {6, 2}, {0, 0}, {0, 0},
     {0, 0}, {0, 0}, {3, 2}, {2, 2}, {4, 1}, {9, 2}, {5, 2}, {5, 2}, {5, 2}, {5, 2}};
 constexpr int kSignPrecedence = 7;
-constexpr int kMaxStacked = 199;
+constexpr int kMaxStacked = 199;  // parentheses and marks of levels included
 
 class Reader {
  public:
@@ -107,6 +108,7 @@ class Reader {
   }
 
   // Only what follows a name tells whether it has subscripts, so it is read ahead.
+  // The next line may be read, and listed, for it: an error is then shown under that line.
   bool opens_subscripts() {
     ahead_status_ = next_lexeme(unit_, ahead_);
     has_ahead_ = true;
@@ -188,6 +190,7 @@ class Reader {
     return previous_ != kOpener || stack({Stacked::kLevelMark, {}, 0});
   }
 
+  // On the stack an opener lies below its parenthesis, and that below the mark.
   bool take_close() {
     if (--levels_[level_].open < 0) return fail("%err- Extra \")\" encountered");
     if (!unstack_operators(0)) return false;
@@ -283,7 +286,7 @@ class Reader {
   bool has_ahead_ = false;
   bool ended_by_comma_ = false;
   Category previous_ = kStart;
-  Level levels_[kMaxStacked + 1];
+  Level levels_[kMaxStacked + 1];  // each takes three places of the stack, which fills first
   int level_ = 0;
   Entry stack_[kMaxStacked];
   int stacked_ = 0;

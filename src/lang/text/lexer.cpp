@@ -65,7 +65,7 @@ constexpr OperatorPair kOperatorPairs[] = {
     {'=', '<', kLessEqual},
 };
 
-void begin_comment() { source_line.wants_line = true; }
+void begin_comment() { source_line.wants_line = true; }  // also for a rest that nobody is to read
 void give_character_back() { --source_line.position; }
 
 LexStatus error(Lexeme& lexeme, std::string_view text) {
@@ -75,6 +75,7 @@ LexStatus error(Lexeme& lexeme, std::string_view text) {
 }
 
 // Passes over the rest of a malformed lexeme: up to a separator, the line's end or a comment.
+// The separator is taken as well; ";" and the other operators belong to the lexeme that is skipped.
 void skip_rest(int unit) {
   char c;
   while (next_source_char(unit, c) == 0) {
@@ -227,6 +228,8 @@ Ending collect(int unit, Lexeme& lexeme, char& c) {
       default:
         break;
     }
+    // Twenty characters are stored, signs of exponents included; the one that does not fit is the
+    // error.
     if (lexeme.length == kMaxIdentifierLength) return Ending::kTooLong;
     store(lexeme, c, upper);
   }
@@ -239,9 +242,11 @@ constexpr std::string_view word_of_code(int code) {
   if (code >= kFirstKeyword) return kKeywords[static_cast<std::size_t>(code - kFirstKeyword)];
   return kFunctions[static_cast<std::size_t>(code - kFirstFunction)].name;
 }
+// No word is a keyword and a function, so it does not matter which of them is asked for first.
 constexpr NameSlots<128> make_words() {
   NameSlots<128> words;
   for (int code = kFirstFunction; code < kKeywordEnd; ++code) {
+    // Between the two ranges of codes there is nothing.
     if (code == kFunctionEnd) code = kFirstKeyword;
     words.slot(word_of_code(code), word_of_code) = static_cast<std::int16_t>(code);
   }
@@ -285,6 +290,7 @@ LexStatus word_or_number(int unit, Lexeme& lexeme, char first) {
   }
   if (lexeme.code != kName) return LexStatus::kLexeme;
   if (const std::string_view fault = fault_of_name(lexeme); !fault.empty()) {
+    // Any other ending has passed over what bounds the lexeme already.
     if (ending == Ending::kOperator) skip_rest(unit);
     return error(lexeme, fault);
   }

@@ -20,6 +20,7 @@ constexpr int kMaxMantissa = 19;  // the point included: 18 digits fit into 64 b
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 // Adds the digits at `p` to `number`; returns the character behind them.
+// More digits than `number` holds wrap round: the caller refuses them by their count.
 template <class Number>
 const char* take_digits(const char* p, const char* end, Number& number) {
   for (; p < end && is_digit(*p); ++p) number = number * 10 + static_cast<Number>(*p - '0');
@@ -47,6 +48,7 @@ const char* take_plain_real(const char* first, const char* end, double& value) {
   if (point == first || point == end || *point != '.') return nullptr;
   const char* p = take_digits(point + 1, end, digits);
   const auto places = static_cast<int>(p - point) - 1;
+  // "12." and the like are left to the general way.
   if (places == 0 || p - first > kMaxMantissa) return nullptr;
   int exponent = 0;
   p = take_exponent(p, end, exponent);
