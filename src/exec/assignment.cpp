@@ -83,6 +83,7 @@ void store_text(const Variable& variable) {
 }
 
 // The reason why the value may not be assigned to the whole variable, or an empty text.
+// Questions in the order of their messages: the first that applies is told.
 std::string_view fault_of_whole(const Variable& variable, const StackEntry& value, bool is_list) {
   const bool is_text = value.base_type == kCharacter;
   if (!may_hold(variable.base_type, value.base_type)) {
@@ -98,6 +99,7 @@ std::string_view fault_of_whole(const Variable& variable, const StackEntry& valu
   return {};
 }
 
+// With subscripts the order is another one, and the type of the target comes last.
 std::string_view fault_of_region(const Reference& target, const StackEntry& value, bool is_list) {
   if (value.base_type == kCharacter) return " Array = character_value";
   if (target.region.is_element && (value.shape != kScalar || is_list)) {
@@ -127,6 +129,7 @@ int assign_to_existing(const Reference& target, int position) {
   const bool is_list = another_value(position);
   stop_on_fault(target.subscripts == 0 ? fault_of_whole(variable, value_entry(), is_list)
                                        : fault_of_region(target, value_entry(), is_list));
+  // A list and subscripts have been refused.
   if (variable.base_type == kCharacter) {
     store_text(variable);
     return position;
@@ -147,6 +150,8 @@ int assign_to_existing(const Reference& target, int position) {
 
 // ---- A notkey that comes into being ----
 
+// Until it is defined its values lie in the free part of the store: when a part fails, nothing has
+// happened.
 struct NewNotkey {
   int number;
   std::string_view name;
@@ -183,6 +188,7 @@ void take_shape(NewNotkey& notkey, const Reference& target) {
 
 std::int64_t shape_size(const NewNotkey& notkey) { return std::int64_t{notkey.d1} * notkey.d2; }
 
+// Asked before anything is written; the same message as define_notkey's.
 void check_room(std::int64_t values) {
   if (notkeys.next_value + values - 1 > kNotkeyCapacity) {
     stop_at_statement("%fat- Space for notkeys is full");
@@ -229,6 +235,7 @@ void append_further_part(NewNotkey& notkey) {
 // `position`.
 int create_notkey(NewNotkey& notkey, int position) {
   const bool is_list = another_value(position);
+  // A copy: further parts of a list take the place of the first.
   const StackEntry value = value_entry();
   if (value.base_type == kCharacter) {
     create_text(notkey, is_list);
@@ -241,11 +248,13 @@ int create_notkey(NewNotkey& notkey, int position) {
     position = u92xt3(position + 1);
     append_further_part(notkey);
   }
+  // Always one dimension, whatever the value came from.
   if (!notkey.has_shape) {
     notkey.rank = is_list || value.shape != kScalar ? 1 : 0;
     notkey.d1 = static_cast<int>(notkey.stored);
   }
   double* const to = notkeys.value + notkeys.next_value;
+  // A scalar fills the shape; of anything else the rest of the shape is 0.
   const bool fills = !is_list && value.shape == kScalar;
   std::fill(to + notkey.stored, to + shape_size(notkey), fills ? to[0] : 0.0);
   define_notkey(notkey.number, notkey.base_type, notkey.rank, notkey.d1, notkey.d2,

@@ -26,6 +26,7 @@ double* create_loop_variable(const Reference& reference) {
     stop_on_loop(message("%fat- Loop variable ", notkey_name(number),
                          " is undefined array or array element"));
   }
+  // It exists from here on, but an initial value that uses it meets the marker.
   define_notkey(number, kInteger, 0, 1, 1, evaluation.line);
   double* const value = notkeys.value + notkeys.notkey[number].descriptor.start;
   *value = kUndefined;
@@ -38,6 +39,7 @@ double* loop_variable(int& position) {
   position = evaluate_target(position, reference);
   const Variable& variable = reference.variable;
   if (!variable.defined) return create_loop_variable(reference);
+  // Its type is judged before its shape.
   if (variable.base_type != kInteger) {
     stop_at_statement(
         message("%fat- Loop variable is not integer. Procedure <", running_name(), ">"));
@@ -79,6 +81,7 @@ int execute_do(int position) {
 int execute_enddo(int position) {
   const int body = code_store.word[position + 1];
   LoopRecord& record = loop_record_before(body);
+  // Also when no loop is under way, since a GOTO from another block has led into this one.
   if (!may_repeat(record)) {
     stop_at_statement(
         message("%fat- Loop variable changed inside DO body.Proc.<", running_name(), ">"));

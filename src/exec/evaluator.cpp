@@ -90,6 +90,7 @@ int u92xt3(int position) {
   return after_expression(position);
 }
 
+// Spares output statements a way over the stack for what they print most.
 const double* number_in_variable(int position, BaseType& type) {
   if (code_store.word[position] != 1) return nullptr;
   const Item item = code_item(position, 1, 0);
@@ -104,6 +105,7 @@ const double* number_in_variable(int position, BaseType& type) {
 int evaluate_target(int position, Reference& reference) {
   reset_evaluation();
   const int count = code_store.word[position];
+  // The last item is the target: it is looked up, and its value is not.
   evaluate_items(position, 0, count - 1);
   const Item item = code_item(position, count, count - 1);
   reference.variable = find_variable(position, count, count - 1, item);

@@ -84,12 +84,14 @@ class Executor {
   void execute_if() {
     const int pair = u92xt3(run_state.position + 1);
     const StackEntry& condition = evaluation.entry[1];
+    // A text is refused like an array; what is not a number counts as true.
     if (condition.shape != kScalar || condition.base_type == kCharacter) stop_on_array();
     run_state.position =
         *values_of(condition) == 0.0 ? word_at(pair + 1) + kPairWords : pair + kPairWords;
   }
 
   [[noreturn]] static void stop_on_array() {
+    // Outside MAIN the text begins with two blanks, and an OUTPUT's name follows the word.
     const bool in_main = run_state.context == Context::kMain;
     const bool in_output = run_state.context == Context::kOutput;
     stop_at_statement(message(in_main ? "%fat- " : "%fat-  ", "Array is invalid after IF. ",
@@ -119,6 +121,7 @@ class Executor {
   }
 
   void call(int procedure) {
+    // Also for an OUTPUT that is turned off: whether it runs is asked after the call.
     if (call_stack.depth == kMaxCalls) {
       stop_run(-listing_unit,
                message("%fat- Call stack is full. See OUT ", procedure_name(procedure)),
@@ -140,11 +143,14 @@ class Executor {
 
   // The block begins again with the next record, or ends with the last one.
   void run_next_record() {
+    // Pass 2 has loaded the first record. A GOTO back to BEGIN finds the file closed and no more
+    // records.
     if (first_record_) {
       first_record_ = false;
     } else if (read_results_record() == kNoMoreRecords) {
       return leave_block();
     }
+    // GOTOs are counted for each record anew.
     jump_count() = 0;
     run_state.position = first_statement(kBlockProcedure);
   }

@@ -28,6 +28,7 @@ void apply_range(const StackEntry& left, const StackEntry& right) {
                   "      not integer or <=0 or 1st_operand > 2nd");
   }
   pop_entries(2);
+  // Equal bounds are a number, which may be calculated with.
   if (first == last) {
     push_scalar(kInteger, first);
   } else {
@@ -57,6 +58,7 @@ void apply_to_scalars(int code, const StackEntry& left, const StackEntry& right)
   }
   const bool is_simple = code == kPlus || code == kMinus || code == kTimes;
   if (!is_simple && code != kDivide && code != kPower) {
+    // "^" between two operands; pass 1 lets none through. The text begins with "dbg%".
     stop_on_console("dbg%- Unrecognized binary operation");
   }
   const BaseType type = result_type(left.base_type, right.base_type);
@@ -71,7 +73,7 @@ void apply_to_elements(const StackEntry& entry, double b) {
   for (int k = 0; k < entry.length; ++k) values[k] = arithmetic(code, values[k], b);
 }
 
-// An array with a scalar on its right.
+// An array with a scalar on its right. It keeps its type, whatever that of the scalar is.
 void apply_to_array(int code, const StackEntry& left, const StackEntry& right) {
   const bool fits = left.shape == kArray && right.shape == kScalar;
   const double b = *values_of(right);

@@ -19,7 +19,8 @@
 namespace zorvik {
 namespace {
 
-// Last column that a text may end at; a real may end one column later.
+// Last column that a text may end at; a real may end one column later. The console and the listing
+// have a blank in front that is not counted.
 constexpr int kLastColumn = 78;
 constexpr int kLastOutputColumn = 198;
 

@@ -21,6 +21,7 @@ constexpr double kMachineEpsilon = std::numeric_limits<double>::epsilon() / 2;
 // Some 60 bisections are enough for doubles; with values that are no numbers none is.
 constexpr int kMaxIterations = 200;
 
+// Of two that are equally near the first.
 double nearest(double x, double a, double b) {
   return std::fabs(a - x) <= std::fabs(b - x) ? a : b;
 }
@@ -38,7 +39,8 @@ double closed_form_root(const Cubic& cubic, double start) {
     return std::cbrt(-q / 2 + root) + std::cbrt(-q / 2 - root) - shift;
   }
   const double radius = std::sqrt(-p / 3);
-  const double cosine = std::clamp(-q / (2 * radius * radius * radius), -1.0, 1.0);
+  const double cosine =
+      std::clamp(-q / (2 * radius * radius * radius), -1.0, 1.0);  // rounding may pass 1
   const double angle = std::acos(cosine) / 3;
   const double third = std::numbers::pi / 3;
   return nearest(start, 2 * radius * std::cos(angle) - shift,
@@ -91,6 +93,7 @@ double zero_in(const Cubic& cubic, double lowest, double highest, double toleran
   at.restart_from_a();
   for (int k = 0; k < kMaxIterations; ++k) {
     at.put_best_first();
+    // Steps below this change nothing that the tolerance would show.
     const double smallest = 2 * kMachineEpsilon * std::fabs(at.b) + tolerance / 2;
     const double half = (at.c - at.b) / 2;
     if (std::fabs(half) <= smallest || at.fb == 0) break;
@@ -113,6 +116,7 @@ double zero_in(const Cubic& cubic, double lowest, double highest, double toleran
 
 }  // namespace
 
+// c(i, j) is patch[i + 4 * j].
 Cubic patch_at(const double* patch, double y) {
   Cubic cubic;
   for (int i = 0; i < 4; ++i) {
@@ -132,10 +136,12 @@ Cubic patch_slope_at(const double* patch, double y) {
 double NWSRI2(const Cubic& cubic, double start, double lowest, double highest, double tolerance,
               const PatchTarget& target) {
   double x = start;
+  // A leading coefficient below the tolerance counts as none: the formula would divide by it.
   if (std::fabs(cubic.a[3]) >= tolerance) x = closed_form_root(cubic, start);
   x = std::clamp(x, lowest, highest);  // a root may miss the cell by a rounding error
   if (std::fabs(cubic(x)) <= tolerance) return x;
   const double at_lowest = cubic(lowest), at_highest = cubic(highest);
+  // Values that are no numbers change no sign.
   const bool changes_sign =
       (at_lowest <= 0 && at_highest >= 0) || (at_lowest >= 0 && at_highest <= 0);
   if (!changes_sign) stop_without_root(start, target);

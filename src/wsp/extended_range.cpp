@@ -22,8 +22,10 @@ PatchRows rows_of(PhaseTable table) {
   const PropertyTables& tables = property_tables;
   const int n = tables.header.n;
   if (table == PhaseTable::kWater) {
+    // The second column of the saturation table are its temperatures.
     return {tables.water_enthalpy, tables.water_property5, tables.saturation + n, n};
   }
+  // M may be 0, then steam has no patches, or pass the grid.
   return {tables.steam_enthalpy, tables.steam_property5, tables.temperature,
           std::min(tables.steam_rows, tables.header.nt)};
 }
@@ -109,10 +111,12 @@ double patched_temperature(PhaseTable table, double pressure, double enthalpy) {
   const int x_row = last_row(
       1, rows.rows, [&](int row) { return enthalpy_at_row(rows, row, place) <= enthalpy; });
   const double lowest = rows.temperature[x_row - 1];
+  // The upper end of the range is the lower edge of the last row's patch.
   if (x_row == rows.rows) return lowest;
   const double width = rows.temperature[x_row] - lowest;
   Cubic cubic = patch_at(patch_of(rows.enthalpy, x_row, place.row), place.offset);
   const double at_row = cubic(0);
+  // As if the enthalpy were linear between the rows.
   const double start =
       width * (enthalpy - at_row) / (enthalpy_at_row(rows, x_row + 1, place) - at_row);
   cubic.a[0] -= enthalpy;

@@ -77,6 +77,8 @@ constexpr RecordGroup kRecordGroups[] = {
       message("%WSP_F- ", what, " error.File ", name, " Iostat = ", field, digits));
 }
 
+// Two rows make an interval. K1 and K2 are used as rows; the steps of the bucket tables are not
+// used.
 void check_header() {
   const struct {
     std::string_view name;
@@ -106,6 +108,7 @@ class RecordReader {
 
   // Reads one record whose contents begin with `bytes` wanted bytes; more of it is passed over.
   void read_record(char* to, int bytes) {
+    // The widest of the records that are read over; those of NC integers are no longer.
     char passed_over[kIndexRows * kInt];
     const std::int32_t count = read_count();
     if (count < bytes) stop_on_failure("Read", name_, EIO);
@@ -113,7 +116,7 @@ class RecordReader {
     if (count > bytes && file_.seek(file_.position() + (count - bytes)) != 0) {
       stop_on_failure("Read", name_, file_.io_status());
     }
-    if (read_count() != count) stop_on_failure("Read", name_, EIO);
+    if (read_count() != count) stop_on_failure("Read", name_, EIO);  // the frame's two counts agree
   }
 
  private:
@@ -135,6 +138,7 @@ class RecordReader {
 };
 
 void read_group(RecordReader& reader, const RecordGroup& group) {
+  // The fields have been judged: what they size fits into the destination.
   const int bytes = group.values.value() * group.value_bytes;
   const int records = group.records.value() * group.times.value();
   char* to = static_cast<char*>(group.destination);
@@ -160,6 +164,7 @@ int load_property_tables(int unit, std::string_view name, int mode, double optio
     RecordReader reader(file, name);
     for (const RecordGroup& group : kRecordGroups) read_group(reader, group);
     file.close();
+    // Rows found and saturation temperatures noted belong to other tables, or to none.
     start_searches();
     reset_property_inquiry();
   }

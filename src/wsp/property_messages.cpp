@@ -23,6 +23,8 @@ constexpr std::size_t kContextCapacity = 80;
 constexpr std::size_t kLongestLine = 78;
 std::string context_line;
 
+// By status, from 1. The labels of the last two are one ahead: none carries the number 19. The
+// ranges are texts and not the file's; no routine gives 18 or 20.
 constexpr std::string_view kStatusTexts[kLastPropertyStatus] = {
     "%WSP-1:$w Sat. Pressure =$g out of [ 615.2 , 2.2115e7 ]",
     "%WSP-2:$w Sat. Temperature =$g out of [ 273.25 , 647.27 ]",
@@ -77,6 +79,7 @@ std::string_view scientific(double value, NumberText& text) {
 
 std::string_view temperature_text(double value, NumberText& text) {
   text = format_fixed(value, 7, 2);
+  // The field is full of them when the number does not fit.
   if (text.text[0] == '*') {
     issue_message(kConsole, "%WSP_F- NWS1P1 or NWS2P1: Input parameters don't fit format");
     stop_with_property_message("1pe14.7 or f7.2");

@@ -40,6 +40,7 @@ void set_property_options(int mode, double option) {
   const double width = std::fabs(option);
   tables.tolerance = width >= 1 ? std::min(width, kWidestTolerance) : kWidestTolerance;
   tables.pressure_limit = tables.extended ? kExtendedPressureLimit : tables.pressure[np - 1];
+  // TG(M), as far as the grid reaches.
   const int last_row = tables.extended ? std::clamp<int>(tables.steam_rows, 1, nt) : nt;
   tables.temperature_limit = tables.temperature[last_row - 1];
 }

@@ -63,6 +63,7 @@ Search search_for(InputKind kind, int phase) {
   return branch(kSteamEnergyColumn, header.k2, kEnergyMaximum, 7);
 }
 
+// A value that is no number is in no range.
 bool in_range(const Search& search, double value) {
   double low = saturation(search.column, search.first_row);
   double high = saturation(search.column, search.last_row);
@@ -78,6 +79,7 @@ Cubic temperature_cubic(int row) {
 
 // The pressure offset at which the temperature cubic of the row reaches `temperature`.
 double offset_on_cubic(int row, double temperature, double start) {
+  // There is no interval above the critical point.
   if (row == property_tables.header.n) return 0;
   Cubic cubic = temperature_cubic(row);
   cubic.a[0] -= temperature;
@@ -92,6 +94,7 @@ SaturationPlace find_place(const Search& search, double value) {
     return search.descending ? entry >= value : entry <= value;
   });
   double offset = value - saturation(search.column, row);
+  // On a row itself the slope is not asked for: it means nothing at the last one, nor at a maximum.
   if (search.column != kPressureColumn && offset != 0) {
     offset /= saturation_slope(search.column, row);
     if (search.column == kTemperatureColumn && property_tables.extended) {
@@ -156,9 +159,12 @@ int NWS1P1(int phase, char kind_letter, double value, int lowest, int highest,
   for (int k = std::max(lowest, kTemperatureProperty + 1); k <= last; ++k) {
     property[k] = saturated_property(phase, k, place);
   }
+  // By input kind. The value comes back as it was given, not as its place would give it.
   constexpr int kGivenProperty[] = {kPressureProperty, kTemperatureProperty, kEnthalpyProperty,
                                     kEnergyProperty};
   property[kGivenProperty[static_cast<int>(inquiry.kind)]] = value;
+  // A value out of range leaves the one before: the branch is chosen by the last state that was
+  // found.
   inquiry.saturation_temperature = property[kTemperatureProperty];
   return 0;
 }

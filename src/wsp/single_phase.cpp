@@ -102,6 +102,7 @@ class GridColumn {
 };
 
 // True when the given enthalpy or internal energy occurs in the table at the pressure.
+// The range is noted for the message of status 11.
 bool is_in_range(const Inquiry& inquiry, PhaseTable table) {
   double& lower = property_inquiry.lower;
   double& upper = property_inquiry.upper;
@@ -124,6 +125,7 @@ double temperature_of_given(const Inquiry& inquiry, PhaseTable table) {
   return GridColumn(table, property, inquiry.pressure).temperature_of(inquiry.second);
 }
 
+// The critical temperature itself, at a critical pressure or above, is no water any more.
 PhaseState natural_state(const Inquiry& inquiry, double temperature) {
   if (!inquiry.below_critical) {
     return temperature < critical_temperature() ? PhaseState::kWater : PhaseState::kSupercritical;
@@ -137,6 +139,7 @@ PhaseState natural_state(const Inquiry& inquiry, double temperature) {
 // conflict with the phase asked for.
 int judge_phase(const Inquiry& inquiry, StateFound& found) {
   const bool given = inquiry.kind == InputKind::kTemperature;
+  // Below the critical pressure only.
   const double above = found.temperature - inquiry.saturation_temperature;
   found.state = natural_state(inquiry, found.temperature);
   if (!inquiry.below_critical) {
@@ -146,12 +149,14 @@ int judge_phase(const Inquiry& inquiry, StateFound& found) {
   }
   if (inquiry.wants_water()) {
     if (found.temperature > critical_temperature()) return given ? 13 : 15;
+    // The state is still the natural one: the message of 16 speaks of steam, that of 17 of water.
     if (!(above <= property_tables.tolerance)) return 16;
     found.state = PhaseState::kWater;
   } else if (inquiry.wants_steam()) {
     if (!(-above <= property_tables.tolerance)) return 17;
     found.state = PhaseState::kSteam;
   }
+  // A mixture takes its properties from the water table.
   found.table = found.state == PhaseState::kSteam ? PhaseTable::kSteam : PhaseTable::kWater;
   return 0;
 }
@@ -189,6 +194,8 @@ int state_by_saturated_values(const Inquiry& inquiry, StateFound& found) {
 int state_at_given_quantity(const Inquiry& inquiry, StateFound& found) {
   found.table = inquiry.wants_steam() ? PhaseTable::kSteam : PhaseTable::kWater;
   if (!is_in_range(inquiry, found.table)) return 11;
+  // For whichever phase the water table's range counted; where the state turns out to be steam,
+  // that of the steam table counts too.
   if (inquiry.below_critical && inquiry.phase == kAnyPhase) {
     return state_by_saturated_values(inquiry, found);
   }
@@ -214,6 +221,7 @@ int find_state(Inquiry& inquiry, StateFound& found) {
   if (inquiry.below_critical) {
     inquiry.saturation = saturation_at_pressure(inquiry.pressure);
     inquiry.saturation_temperature = saturation_temperature(inquiry.saturation);
+    // Noted also when the state is refused: messages 16 and 17 show it.
     property_inquiry.saturation_temperature = inquiry.saturation_temperature;
   }
   return inquiry.kind == InputKind::kTemperature ? state_at_temperature(inquiry, found)

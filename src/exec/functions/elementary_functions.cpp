@@ -18,7 +18,7 @@
 namespace zorvik {
 namespace {
 
-constexpr double kLowestExponent = -700.0;
+constexpr double kLowestExponent = -700.0;  // EXP of less is EXP of this, about 1e-304
 
 enum class ResultType { kAsArgument, kInteger, kReal };
 
@@ -32,8 +32,10 @@ struct Elementary {
 
 constexpr std::array<Elementary, 18> kElementary = {{
     {"ABS", ResultType::kAsArgument, [](double x) { return std::fabs(x); }},
+    // A denormal argument counts as 0.
     {"LOG", ResultType::kReal, [](double x) { return std::log(x); },
      [](double x) { return x < kSmallestDivisor; }, "%fat- LOG(X); X <= 0"},
+    // No negative zero comes of -0.5.
     {"INT", ResultType::kInteger, [](double x) { return std::trunc(x) + 0.0; }},
     {"FLOAT", ResultType::kReal, [](double x) { return x; }},
     {"NINT", ResultType::kInteger, [](double x) { return round_half_away(x); }},
@@ -89,6 +91,7 @@ double best_of(const double* values, int count, Better better) {
 void replace_by_extreme(int number, double (*extreme)(const double* values, int count)) {
   require_numeric(number, 1, 1);
   const StackEntry entry = top_entry();
+  // A range has no elements of its own, only its two bounds.
   if (entry.shape == kRange) {
     stop_on_error(message("%err- Meaningless shape <i1:i2> of argument in function ",
                           function_of(number).name));

@@ -55,6 +55,7 @@ static_assert(stand_at_their_numbers());
   if (argument_count < 2 || argument_count > 5) {
     stop_on_console("%dbg- iu9fn2: invalid function number");
   }
+  // Of the four texts that for two arguments has no blank.
   stop_on_console(message(argument_count == 2 ? "%dbg-iu9fn2" : "%dbg- iu9fn2",
                           ": unrecognized function (", argument_count, " arg-s)"));
 }

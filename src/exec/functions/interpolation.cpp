@@ -18,7 +18,9 @@ void evenly_spaced_array(int number) {
   require_integers(number, 3, 3);
   const double first = argument_value(1, kArguments), last = argument_value(2, kArguments);
   const double wanted = std::fabs(round_half_away(argument_value(3, kArguments)));
+  // The array may take the room of the arguments, which are read.
   pop_entries(kArguments);
+  // Compared as a real: the number may be larger than any int, or none.
   if (!(wanted <= kValueCapacity - evaluation.values_used)) {
     stop_at_statement("%fat- Function LINA. 3rd argument is too large");
   }
@@ -28,6 +30,7 @@ void evenly_spaced_array(int number) {
 }
 
 double interpolate_linearly(const double* y, const double* x, int n, double at) {
+  // Whether X is monotonic between its ends is not looked at.
   const bool ascending = x[0] <= x[n - 1];
   const int lowest = ascending ? 0 : n - 1, highest = n - 1 - lowest;
   if (at <= x[lowest]) return y[lowest];

@@ -41,6 +41,7 @@ bool is_property(int number) {
 // The property number, 1 to 15; the run ends with `text` for any other.
 int property_number(int count, std::string_view text) {
   const int given = rounded_argument(count, count);
+  // The sign says nothing, and 0 is no property.
   if (!is_property(given)) stop_at_statement(text);
   return std::abs(given);
 }
@@ -52,6 +53,7 @@ int look_up(const PropertyKind& kind, int phase, int k, double first, double sec
   return NWS2P1(phase, {kind.text, sizeof kind.text}, first, second, k, k, properties, text);
 }
 
+// The ";" itself is in neither of the two lines.
 [[noreturn]] void stop_out_of_range(std::string_view text, int number) {
   const std::size_t split = split_position(text);
   if (split == std::string_view::npos) stop_at_statement(text);

@@ -35,6 +35,7 @@ float gauss() {
     const float p = 2.0F * u - 1.0F, q = 2.0F * w - 1.0F;
     const float s = p * p + q * q;
     if (s > 1.0F) continue;
+    // The centre of the circle: the logarithm has no value there, and p is 0.
     if (s == 0.0F) return 0.0F;
     return p * std::sqrt(-2.0F * std::log(s) / s);
   }

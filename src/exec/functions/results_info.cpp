@@ -46,6 +46,7 @@ void look_up(std::string_view name) {
   const ResultsVariable& variable = results_variables.variable[number];
   const Descriptor& block = results_store.descriptor[variable.descriptor];
   asked.answer[0] = variable.rank;
+  // A scalar has no first extent but a second one, that of its block.
   asked.answer[1] = variable.rank == 0 ? 0 : block.d1;
   asked.answer[2] = variable.rank == 1 ? 0 : block.d2;
 }
@@ -64,6 +65,7 @@ void results_variable_info(int) {
   const std::string_view name = trim_left(trim_right({field, length}));
   if (name.empty()) stop_at_statement("%err- 2nd argument of GINFO consists of spaces");
   if (no_results_file) {
+    // The text calls the program vnxdat.
     issue_message(listing_unit, "%err- <vnxres> not opened because <vnxdat> starts from a label");
     stop_at_statement("%fat- See function GINFO");
   }

@@ -18,6 +18,7 @@ void set_up_system(int n, const double* x, const double* y, double* b, double* c
   b[0] = -d[0];
   b[n - 1] = -d[n - 2];
   c[0] = c[n - 1] = 0;
+  // Three points have no cubic of four: the third derivatives at the ends are then 0.
   if (n == 3) return;
   c[0] = c[2] / (x[3] - x[1]) - c[1] / (x[2] - x[0]);
   c[n - 1] = c[n - 2] / (x[n - 1] - x[n - 3]) - c[n - 3] / (x[n - 2] - x[n - 4]);

@@ -65,12 +65,14 @@ Samples take_samples(std::string_view function, int x_argument, int count) {
   };
   if (x.length != y.length) stop(message(" <> length of ", y_name, " argument"));
   if (x.length < kMinimalPoints) stop(message(" < ", kMinimalPoints));
+  // The samples themselves are among the values in use.
   if (kWorkArrays * x.length > kValueCapacity - evaluation.values_used) {
     stop_at_statement(message("%fat- Work space for ", function, " is full"));
   }
   return {function, x_argument, x.length, values_of(x), values_of(y)};
 }
 
+// Three lines, of which only the last carries the statement's line. I counts from 1.
 [[noreturn]] void stop_on_order(const Samples& samples, int i, std::string_view heading) {
   const std::string_view name = kOrdinals[static_cast<std::size_t>(samples.x_argument)];
   issue_message(listing_unit, heading);
@@ -117,11 +119,13 @@ void fourier_coefficient(int number) {
   demand_ascent(samples,
                 message("%fat- Values of 3rd argument of ", name, " not on ascending order"));
 
-  const bool cosine = std::fabs(round_half_away(argument_value(1, kArguments))) == 1;
+  const bool cosine =
+      std::fabs(round_half_away(argument_value(1, kArguments))) == 1;  // any other number: the sine
   const double order = std::fabs(round_half_away(argument_value(2, kArguments)));
   const double period = samples.x[samples.n - 1] - samples.x[0];
   const double w = 2 * order * kPi / period;
   for (int i = 0; i < samples.n; ++i) {
+    // Of the abscissa itself, not of its distance from the first.
     const double phase = w * samples.x[i];
     samples.y[i] = samples.y[i] * (cosine ? std::cos(phase) : std::sin(phase));
   }

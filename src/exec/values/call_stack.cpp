@@ -1,4 +1,6 @@
-// Calls are kept on a stack of their own, so that no routine calls itself.
+// Calls are kept on a stack of their own, so that no routine calls itself. An entry belongs to the
+// called procedure: where its caller goes on, and the GOTOs that it has counted itself, none at
+// first. The entry below all others is MAIN's.
 #include "exec/values/call_stack.h"
 
 #include "exec/values/run_state.h"
@@ -26,6 +28,7 @@ bool is_call_of_block(int procedure) {
 }
 
 bool is_turned_on(int output) {
+  // TURN_ON is the first of the keys. Any value but 0 turns the OUTPUT on.
   const int descriptor = header_word(output, kFirstKeyDescriptor);
   return results_store.value[results_store.descriptor[descriptor].start] != 0.0;
 }

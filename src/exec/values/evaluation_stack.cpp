@@ -38,7 +38,7 @@ void reset_evaluation() {
 
 std::int64_t element_count(const StackEntry& entry) {
   if (entry.shape != kRange) return entry.length;
-  constexpr double kFarApart = 9007199254740992.0;
+  constexpr double kFarApart = 9007199254740992.0;  // 2^53, larger than any store
   const double* const bounds = values_of(entry);
   return static_cast<std::int64_t>(std::min(bounds[1] - bounds[0], kFarApart)) + 1;
 }
@@ -75,6 +75,7 @@ void pop_entries(int count) {
   for (; count > 0; --count, --evaluation.depth) {
     const StackEntry& entry = top_entry();
     int& used = entry.base_type == kCharacter ? evaluation.text_used : evaluation.values_used;
+    // Texts and numbers have a fill mark each: the one goes back to where the entry began.
     used = entry.start - 1;
   }
 }

@@ -38,7 +38,7 @@ void stop_in_procedure(std::string_view text) {
 
 void stop_on_error(std::string_view text, std::string_view more) {
   issue_message(listing_unit, text);
-  issue_message(listing_unit, more);
+  issue_message(listing_unit, more);  // writes nothing when it is empty
   stop_in_procedure();
 }
 

@@ -10,13 +10,14 @@ double whole_power(double base, double exponent) {
   for (double rest = std::fabs(exponent); rest >= 1.0; rest = std::floor(rest / 2.0)) {
     if (std::fmod(rest, 2.0) == 1.0) result *= base;
     base *= base;
+    // Halving an infinite exponent would never end.
     if (!std::isfinite(rest)) return NAN;
   }
   return exponent < 0.0 ? 1.0 / result : result;
 }
 
 bool are_integers(double a, double b) {
-  constexpr double kExact = 9.0e18;
+  constexpr double kExact = 9.0e18;  // below 2^63
   return std::fabs(a) < kExact && std::fabs(b) < kExact;
 }
 
@@ -50,6 +51,7 @@ bool raise_to_power(double left, double right, bool whole_exponent, double& resu
   }
   const double exponent = whole(right);
   if (left == 0.0 && exponent < 0.0) return false;
+  // A reciprocal may hold a fraction: of whole operands the caller rounds it, so 2**(-1) is 1.
   result = whole_power(left, exponent);
   return true;
 }

@@ -25,6 +25,7 @@ std::string_view name_of_descriptor(int descriptor) {
   if (const int number = variable_of_descriptor(descriptor); number != 0) {
     return name_of(results_variables.variable[number]);
   }
+  // Behind MAIN's keys come the results variables, then for each OUTPUT its keys and a spare place.
   if (descriptor <= kLastMainKey) return key_of(descriptor).name;
   const int first_copy = kFirstFreeDescriptor + results_variables.count;
   return key_of(kFirstOutputKey + (descriptor - first_copy) % kKeyCopySlack).name;
@@ -62,6 +63,7 @@ struct Bounds {
 };
 
 [[noreturn]] void stop_on_bounds(std::string_view name, double first, double last, int extent) {
+  // Only a scalar can be below 1: ":" has refused such bounds of a range.
   if (!(whole(first) >= 1.0)) {
     stop_on_index(message("%fat- Subscript of array ", name,
                           " <= 0. Index = ", std::string_view(format_integer(whole(first)))));
@@ -121,6 +123,7 @@ void ia95fZ(const Variable& variable) {
   }
   const int count = variable.block.d1 * variable.block.d2;
   double* const to = push_elements(variable.base_type, variable.rank == 0, count);
+  // What the record holds for its elements is not looked at, the undefined marker included.
   if (variable.base_type == kPointerVariable) {
     for (int k = 0; k < count; ++k) to[k] = variable.block.start + k;
     return;
@@ -159,6 +162,7 @@ void push_region(const Variable& variable, const Region& region) {
       to = std::copy_n(variable.values() + offset, region.rows(), to);
     }
   }
+  // Other than of a whole variable, this ends the run without naming the procedure.
   if (is_pointer || !any_undefined(pushed, count)) return;
   if (!is_results_variable(variable)) stop_at_statement(message("%fat- ", kUndefinedValues));
   issue_message(listing_unit, message("%fat- ", kUndefinedValues));
