@@ -21,6 +21,7 @@ void GroupWriter::stop_on_failure(int status) {
   if (status != 0) stop(message("%fat- Write error. File ", form_.binary_name, '.'), status);
 }
 
+// The bytes count only when their group ends.
 void GroupWriter::write(const void* from, std::size_t bytes) {
   stop_if_interrupted();
   stop_on_failure(file_.write(from, bytes));

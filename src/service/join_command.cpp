@@ -49,9 +49,11 @@ JoinMode mode_of(double number) {
   if (number == 0) return JoinMode::kAppend;
   if (number == 1) return JoinMode::kFollow;
   if (number == 2) return JoinMode::kReplace;
+  // The text says 1st where the 2nd argument is meant.
   stop_with_listing("%fat- See 1st arg. of SCMD2. 1st arg < 0 or > 2");
 }
 
+// Names are compared exactly, not the files behind them.
 void check_names(const JoinCommand& command) {
   const bool same = command.output() == command.earlier();
   if (command.mode == JoinMode::kAppend && !same) {
@@ -81,6 +83,7 @@ void check_file(const std::string& name, MustExist must_exist) {
   if (!inquiry.exists && must_exist == MustExist::kYes) {
     stop_with_listing(message("%fat- SCMD2: file ", name, " does not exist"));
   }
+  // zrvlis, the run's own results file, the file of an OUTPUT.
   if (inquiry.opened) {
     stop_with_listing(message("%fat- SCMD2: file ", name, " already opened"));
   }
@@ -89,6 +92,7 @@ void check_file(const std::string& name, MustExist must_exist) {
 }  // namespace
 
 JoinCommand parse_join_command(std::string_view text, double mode) {
+  // Control characters are taken out with the blanks.
   std::string packed;
   for (const char c : text) {
     if (static_cast<unsigned char>(c) > ' ') packed.push_back(c);

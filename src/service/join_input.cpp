@@ -122,6 +122,7 @@ void count_records(JoinInput& input) {
 
 double time_of_record(JoinInput& input, std::int64_t record) {
   stop_if_interrupted();
+  // The time is the first value of the standard part.
   const std::int64_t extended_bytes = input.header.extended_values() * kValueBytes;
   double time = 0.0;
   const ReadStatus status =
@@ -130,6 +131,7 @@ double time_of_record(JoinInput& input, std::int64_t record) {
   return time;
 }
 
+// No blank follows the point in these texts.
 void stop_on_record(JoinInput& input, ReadStatus status) {
   if (status == ReadStatus::kError) {
     stop_on_console(message("%fat- Read error.", input.ordinal, " file in SCMD2"),

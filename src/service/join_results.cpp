@@ -59,6 +59,8 @@ TimePoints read_time_points(JoinInput& earlier, JoinInput& later, JoinMode mode)
   return {t2b, t2e, t3b, t3e, std::max(last_step, first_step), overlap};
 }
 
+// The texts call the first record of the third file its last and its "2st"; T3B is meant each time.
+// Where a comparison is turned round, a time that is no number is refused.
 void check_times(const TimePoints& t, JoinMode mode) {
   if (t.t2b > t.t3b) {
     stop_on_times("T2B of 1st record of 2nd file", t.t2b, "T3B of 1st record of 3rd file", t.t3b,
@@ -79,7 +81,8 @@ void check_times(const TimePoints& t, JoinMode mode) {
   }
 }
 
-// The first record of the input whose time passes the test, or records + 1.
+// The first record of the input whose time passes the test, or records + 1. Nothing says that times
+// ascend inside a file, so they are asked for one after the other.
 template <class Test>
 std::int64_t first_record(JoinInput& input, Test test) {
   std::int64_t record = 1;
@@ -143,6 +146,8 @@ void write_output(const JoinCommand& command, JoinInput& earlier, JoinInput& lat
     copy_bytes(earlier, 0, taken, output);
   }
   copy_bytes(later, first, end, output);
+  // Of a file that was there before, the disk must have what was added before success is told; a
+  // new one has no name until it is whole.
   const int status = append ? output.sync() : output.flush();
   if (status != 0) stop_on_failed_write(status);
   close_by_name(output, command.output());

@@ -58,6 +58,7 @@ std::vector<SaveRange> find_records(File& save, SaveCounts& counts, Chosen chose
       found.push_back({start, save.position()});
     }
   }
+  // An empty file is told as such, whatever was chosen.
   if (records == 0) {
     stop_keep("%fat- Number of records in <vnxsav> is 0. Only control structures are present");
   }
@@ -144,6 +145,7 @@ void keep_records(Chosen chosen) {
   File& scratch = file_on(kScratchUnit);
   const std::vector<SaveRange> copies = copy_to_scratch(save, scratch, control_bytes, records);
   check_scratch(scratch, copies);
+  // Only now: what is wrong with the records is told first.
   if (const int refusal = save.write_refusal(); refusal != 0) stop_for_io(refusal);
   if (const int status = scratch.take_place_of("vnxsav"); status == ENOTSUP) {
     rewrite_in_place(save, scratch, copies, chosen);

@@ -119,6 +119,7 @@ void repair_save_file() {
     issue_message(listing_unit, "%inf- File <vnxsav> has a valid structure. File not changed");
     end_run(RunEnd::kNormal);
   }
+  // Not the file's end but a failed read: behind it there may be good records.
   const bool is_unreadable = save.io_status() != 0;
   close_in_repair(save, "<vnxsav>");
   if (records == 0) stop_without_records("<vnxsav>");
@@ -146,10 +147,12 @@ void repair_results_file() {
   const std::int64_t header_bytes = results.position();
   const std::int64_t records = (size - header_bytes) / header.record_bytes();
   const std::int64_t good_bytes = header_bytes + records * header.record_bytes();
+  // No record at all is no damage either.
   if (good_bytes == size) {
     issue_message(listing_unit, "%inf- File <vnxres> has a valid structure. File not changed");
     return;
   }
+  // A header alone is not what anybody wants back: the file stays as it is.
   if (records == 0) {
     close_in_repair(results, "<vnxres>");
     stop_without_records("<vnxres>");

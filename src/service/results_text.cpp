@@ -83,6 +83,8 @@ void close_after_to_text(File& file, std::string_view name) {
 
 void read_and_check(File& results, HeaderGroup group) {
   const HeaderStatus status = read_group(results, header, group);
+  // The length of the title is asked for when the sizes make sense, and before they are found too
+  // large.
   const bool judged = status == HeaderStatus::kOk || status == HeaderStatus::kTooLarge;
   if (group == kSizes && judged && header.nt() > kTitleColumns) {
     stop_to_text("%fat- Title is longer than 100 characters. File <vnxres>");
@@ -169,6 +171,7 @@ void read_names(TextReader& text, char* names, int count) {
 void read_header_group(TextReader& text, HeaderGroup group, GroupWriter& output) {
   const HeaderItems items = items_of(header, group);
   if (!items.present) return;
+  // H1 and the descriptors may be negative; elsewhere a minus is refused.
   const Sign sign = group == kSizes || group == kDescriptors ? Sign::kPlusOrMinus : Sign::kPlus;
   switch (items.kind) {
     case HeaderItem::kInteger:

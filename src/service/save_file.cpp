@@ -36,6 +36,7 @@ class Lister : public FieldTaker {
   }
 
   void end(const SaveField& field, const FieldItems&) override {
+    // The number ends the group R2: the time has been met before it.
     if (field.role == FieldRole::kRecordNumber) {
       issue_message(listing_unit, message("Record = ", format_integer(counts_[SaveCount::kNsaves]),
                                           "     Problem time = ", format_real(problem_time_)));
@@ -168,6 +169,7 @@ void show_save_file(Listing listing) {
   if (const int status = file.close(); status != 0) {
     stop_with_listing("%fat- Close error. File <vnxsav>", kNoLine, status);
   }
+  // Damage behind the records that were listed does not end the run, but the console tells of it.
   if (error_count != 0) issue_message(kConsole, "%err- Errors detected. See listing");
   end_run(RunEnd::kNormal);
 }

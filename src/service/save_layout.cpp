@@ -120,6 +120,7 @@ void forget_record_counts(SaveCounts& counts) {
 
 constexpr int kSliceBytes = kSliceItems * 8;
 
+// Texts are longer than numbers: of them fewer go into a slice.
 int slice_of(SaveItem item, std::int64_t items_left) {
   const std::int64_t most = std::min<std::int64_t>(kSliceItems, kSliceBytes / bytes_of(item));
   return static_cast<int>(std::min(items_left, most));
@@ -177,6 +178,7 @@ PartStatus walk_field(FieldSource& source, SaveCounts& counts, const SaveField& 
   const FieldItems items = items_of(counts, field);
   if (!items.present) return PartStatus::kOk;
   const bool wanted = taker.wants(field);
+  // Counts must be read even when nobody wants their field.
   if (!wanted && field.keeps == kNone && items.count > 0) {
     if (const auto skipped = source.skip(items)) return status_after(*skipped, true);
   }
@@ -221,6 +223,7 @@ PartStatus walk_part(FieldSource& source, SavePart part, SaveCounts& counts, Fie
   bool first = part == SavePart::kRecord;
   for (const SaveField& field : fields_of(part)) {
     const PartStatus status = walk_field(source, counts, field, taker);
+    // Only before the first field of a record is the file's end no damage.
     if (status == PartStatus::kEnd) return first ? PartStatus::kEnd : PartStatus::kCut;
     if (status != PartStatus::kOk) return status;
     first = false;

@@ -63,6 +63,7 @@ class FieldWriter : public FieldTaker {
   }
 
   void take(const SaveField& field, const FieldItems& items, void* slice, int count) override {
+    // What the file holds there is ignored: a placeholder is written as 0 or a blank.
     if (items.placeholder) std::fill_n(static_cast<char*>(slice), kPlaceholderBytes, '\0');
     const auto* characters = static_cast<const char*>(slice);
     switch (items.item) {
@@ -136,6 +137,7 @@ void check_save_file(File& save, SaveCounts& counts, double number) {
   if (records == 0) {
     stop_to_text("%fat- File <vnxsav> has not valid records except control structures");
   }
+  // Compared as a real: the number may be larger than any count.
   if (number > static_cast<double>(records)) {
     stop_command(message("%fat- Number of records in <vnxsav> NR = ", records),
                  "      2nd argument of SCMD2 > NR");

@@ -113,6 +113,7 @@ constexpr Command kCommands[] = {
        {"SAVING", [](const ServiceArguments&) { saving_from_text(); }}}}},
 };
 
+// The object is all that is left: "SAVING X" begins no object.
 Run object_of(const Command& command, std::string_view word) {
   for (const Object& object : command.objects) {
     if (object.run != nullptr && object.word.starts_with(word)) return object.run;
@@ -122,6 +123,7 @@ Run object_of(const Command& command, std::string_view word) {
 
 // The command of a text in upper case without blanks around it.
 Run command_of(std::string_view text) {
+  // A tab separates the words only of a text without a blank.
   std::size_t end = text.find(' ');
   if (end == std::string_view::npos) end = text.find('\t');
   if (end == std::string_view::npos) {
@@ -141,6 +143,7 @@ std::string_view checked_command(const ServiceArguments& arguments) {
   if (!equal_padded(arguments.procedure_name, kMainName)) {
     stop_with_listing("%fat- Function SCMD2 can be called from MAIN procedure only");
   }
+  // The command's own lists and texts follow FORMAT as PRINT does.
   adopt_format_key(main_key_value(kFormat));
   if (arguments.number_type != kInteger) {
     stop_with_listing("%fat- 2nd argument of SCMD2 is not integer");
@@ -160,6 +163,7 @@ std::string_view checked_command(const ServiceArguments& arguments) {
 
 void run_service_command(const ServiceArguments& arguments) {
   const std::string_view text = checked_command(arguments);
+  // Names of files keep their case; every other command is read in upper case.
   if (text.find('=') != std::string_view::npos) {
     join_results_files(text, command_number(arguments));
   } else {

@@ -94,6 +94,7 @@ bool TextReader::take_plain(Sign sign, double& value) {
   const char* const digits = first < end && is_sign(*first) ? first + 1 : first;
   if (digits != first && *first == '-' && sign != Sign::kPlusOrMinus) return false;
   const char* const stop = take_plain_real(digits, end, value);
+  // The lexer refuses what is longer, the sign counted: then it shall say so.
   if (stop == nullptr || stop - first > kMaxIdentifierLength) return false;
   if (*first == '-') value = -value;
   source_line.position = static_cast<int>(stop - source_line.text) + 1;
@@ -104,6 +105,7 @@ double TextReader::real(Sign sign) {
   if (double value = 0.0; take_plain(sign, value)) return value;
   bool negative = false;
   const std::string_view text = number(sign, negative);
+  // The whole lexeme: with a sign before it it is a number in error.
   if (lexeme_.view() == "UNDEF") return kUndefined;
   double value = parse_real_constant(text, error_);
   if (!error_.empty()) value = repaired_real(text);
@@ -138,6 +140,7 @@ void TextReader::marker(std::string_view text) {
 }
 
 std::string_view TextReader::whole_line(int columns) {
+  // What is left of the line that was read last is not looked at.
   if (read_source_line(unit_) == kEndOfText) stop_at_end();
   source_line.wants_line = true;  // lexemes go on with the line after it
   const std::string_view all(source_line.text, static_cast<std::size_t>(source_line.length));

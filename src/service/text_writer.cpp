@@ -113,6 +113,7 @@ void TextWriter::codes(const std::int32_t* codes, int count) {
 }
 
 void TextWriter::end_texts() {
+  // A full last line is closed here too, not when it became full.
   if (codes_on_line_ > 0) end_item();
   codes_on_line_ = 0;
   line(kTextEnd);
