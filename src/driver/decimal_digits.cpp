@@ -11,8 +11,6 @@
 namespace zorvik {
 namespace {
 
-__extension__ typedef unsigned __int128 Wide;
-
 // A double of 1 to 10 digits needs 10^k for k from -308 (of 1.8e308) to 317 (of 2.3e-308).
 constexpr int kLowestPower = -320, kHighestPower = 330;
 constexpr Wide kOne = 1;
@@ -55,9 +53,6 @@ static_assert(kPowers[0] == 0x8000000000000000u && kPowers[1] == 0xA000000000000
 
 constexpr std::uint64_t kShortBy = 3;
 
-constexpr std::uint64_t kTens[] = {1,       10,       100,       1000,       10000,      100000,
-                                   1000000, 10000000, 100000000, 1000000000, 10000000000};
-
 constexpr int floor_log10_of_2_to(int e) { return e * 78913 >> 18; }   // |e| < 1650
 constexpr int floor_log2_of_10_to(int k) { return k * 217706 >> 16; }  // |k| < 350
 static_assert(floor_log10_of_2_to(10) == 3 && floor_log10_of_2_to(-1) == -1);
@@ -65,31 +60,31 @@ static_assert(floor_log2_of_10_to(-1) == -4 && floor_log2_of_10_to(3) == 9);
 
 }  // namespace
 
-bool find_leading_digits(double value, int count, DecimalDigits& result) {
+DecimalDigits find_leading_digits(double value, int count) {
+  constexpr DecimalDigits kNone{0, 0};
   const auto bits = std::bit_cast<std::uint64_t>(value);
   const int biased = static_cast<int>(bits >> 52);
-  if (biased == 0) return false;
+  if (biased == 0 || biased == 0x7FF) return kNone;
   const int binary = biased - 1023;  // value lies in 2^binary .. 2^(binary + 1)
   // The leading 1 that the stored form leaves out is put back.
   const std::uint64_t mantissa = (bits << 11) | (std::uint64_t{1} << 63);
-  const std::uint64_t limit = kTens[count];
 
-  for (int exponent = floor_log10_of_2_to(binary);; ++exponent) {
-    const int power = count - 1 - exponent;
-    const Wide product = Wide{mantissa} * kPowers[power];
-    const int fraction_bits = 62 - binary - floor_log2_of_10_to(power);
-    const auto upper = static_cast<std::uint64_t>(product >> 64);
-    std::uint64_t digits = upper >> fraction_bits;
-    if (digits >= limit) continue;  // one digit more than wanted
-    const std::uint64_t half = std::uint64_t{1} << (fraction_bits - 1);
-    const std::uint64_t fraction = upper & (2 * half - 1);
-    // Unsigned: a fraction below half - kShortBy wraps around and is far above.
-    if (fraction - half + kShortBy <= 2 * kShortBy) return false;
-    digits += fraction > half ? 1 : 0;
-    const bool carried = digits == limit;
-    result = {carried ? digits / 10 : digits, carried ? exponent + 1 : exponent};
-    return true;
-  }
+  // A power of ten between the two parts the values there. One that was cut off and equals the
+  // mantissa would be taken for the value: nines come out, which round to the power.
+  int exponent = floor_log10_of_2_to(binary);
+  if (floor_log2_of_10_to(exponent + 1) == binary && mantissa >= kPowers[exponent + 1]) ++exponent;
+
+  const int power = count - 1 - exponent;
+  const Wide product = Wide{mantissa} * kPowers[power];
+  const int fraction_bits = 62 - binary - floor_log2_of_10_to(power);
+  const auto upper = static_cast<std::uint64_t>(product >> 64);
+  const std::uint64_t half = std::uint64_t{1} << (fraction_bits - 1);
+  const std::uint64_t fraction = upper & (2 * half - 1);
+  // Unsigned: a fraction below half - kShortBy wraps around and is far above.
+  if (fraction - half + kShortBy <= 2 * kShortBy) return kNone;
+  const std::uint64_t digits = (upper >> fraction_bits) + (fraction > half ? 1 : 0);
+  if (digits == kTens[count]) return {digits / 10, exponent + 1};
+  return {digits, exponent};
 }
 
 }  // namespace zorvik

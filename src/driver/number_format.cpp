@@ -79,26 +79,22 @@ char* put_exponent(char* to, int exponent) {
   return to + 2;
 }
 
-void put_four(char* to, std::uint32_t number) {
-  put_pair(to, number / 100);
-  put_pair(to + 2, number % 100);
-}
-
 // Writes the sign, the digits with the point behind the first, and the exponent. There are always
-// ten digits to write, in two halves that do not wait for each other; the exponent stands over
-// those that are too many.
+// ten digits to write; the exponent stands over those that are too many. As a fraction of 64 bits
+// behind the first two digits, every further two come out at its upper end when it is multiplied
+// by 100.
 char* lay_out(char* to, bool negative, const DecimalDigits& decimal, int decimals) {
-  constexpr std::uint64_t kTens[kMaxFastDigits] = {
-      1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000, 1000000000};
-  if (negative) *to++ = '-';
-  const std::uint64_t digits = decimal.digits * kTens[kMaxFastDigits - 1 - decimals];
-  const auto first = static_cast<std::uint32_t>(digits / 100000);
-  const auto last = static_cast<std::uint32_t>(digits % 100000);
-  to[0] = static_cast<char>('0' + first / 10000);
+  constexpr std::uint64_t kPart = ~std::uint64_t{0} / 100000000 + 1;  // 10^-8, the least above it
+  *to = '-';
+  to += negative ? 1 : 0;
+  Wide number = Wide{decimal.digits * kTens[kMaxFastDigits - 1 - decimals]} * kPart;
+  put_pair(to + 1, static_cast<std::uint64_t>(number >> 64));
+  to[0] = to[1];
   to[1] = '.';
-  put_four(to + 2, first % 10000);
-  put_four(to + 6, last / 10);
-  to[10] = static_cast<char>('0' + last % 10);
+  for (int k = 3; k <= 9; k += 2) {
+    number = Wide{static_cast<std::uint64_t>(number)} * 100;
+    put_pair(to + k, static_cast<std::uint64_t>(number >> 64));
+  }
   return put_exponent(to + 2 + decimals, decimal.exponent);
 }
 
@@ -118,13 +114,13 @@ char* convert(char* to, double value, int decimals) {
 }
 
 char* put_scientific(char* to, double value, int decimals) {
-  if (!std::isfinite(value)) return put_text(to, not_finite(value));
-  if (decimals < 1 || decimals >= kMaxFastDigits) return convert(to, value, decimals);
-  if (value == 0) return lay_out(to, std::signbit(value), {0, 0}, decimals);
-  DecimalDigits decimal;
-  if (find_leading_digits(std::fabs(value), decimals + 1, decimal)) {
-    return lay_out(to, value < 0, decimal, decimals);
+  if (decimals >= 1 && decimals < kMaxFastDigits) {
+    const DecimalDigits decimal = find_leading_digits(std::fabs(value), decimals + 1);
+    if (decimal.digits != 0 || value == 0) {
+      return lay_out(to, std::signbit(value), decimal, decimals);
+    }
   }
+  if (!std::isfinite(value)) return put_text(to, not_finite(value));
   return convert(to, value, decimals);
 }
 

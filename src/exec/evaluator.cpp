@@ -90,18 +90,6 @@ int u92xt3(int position) {
   return after_expression(position);
 }
 
-// Spares output statements a way over the stack for what they print most.
-const double* number_in_variable(int position, BaseType& type) {
-  if (code_store.word[position] != 1) return nullptr;
-  const Item item = code_item(position, 1, 0);
-  if (item.item_class() != ItemClass::kVariable || item.rank() != 0) return nullptr;
-  const Variable variable = variable_of(item);
-  type = variable.base_type;
-  if (!variable.defined || !is_numeric(type)) return nullptr;
-  const double* const value = variable.values();
-  return is_undefined(*value) ? nullptr : value;
-}
-
 int evaluate_target(int position, Reference& reference) {
   reset_evaluation();
   const int count = code_store.word[position];

@@ -12,9 +12,6 @@ namespace zorvik {
 // procedure's name.
 int u92xt3(int position);
 
-// The value of an expression that is nothing but a number in a variable; null for any other.
-const double* number_in_variable(int position, BaseType& type);
-
 // What the target of an assignment or of a DO refers to.
 struct Reference {
   Variable variable;

@@ -3,6 +3,7 @@
 //   PRINT 1, 2.5, 'A' -> "1 2.500000000E+00 A", the trailing blank left out
 #include "exec/output_statement.h"
 
+#include <cstddef>
 #include <cstring>
 
 #include "driver/messages.h"
@@ -10,9 +11,11 @@
 #include "driver/number_format.h"
 #include "driver/text.h"
 #include "driver/units.h"
+#include "exec/decoded/decoded_program.h"
 #include "exec/evaluator.h"
 #include "exec/values/evaluation_stack.h"
 #include "exec/values/run_state.h"
+#include "exec/values/scalar_operations.h"
 #include "stores/keys.h"
 #include "stores/notkeys.h"
 
@@ -31,32 +34,39 @@ static_assert(kLineBuffer > kLastOutputColumn + 3 + 1 + kMaxNumberWidth &&
 
 class LineWriter {
  public:
-  LineWriter(int unit, bool is_output) : unit_(unit), is_output_(is_output) {}
+  LineWriter(int unit, bool is_output)
+      : unit_(unit), is_output_(is_output), last_(line_ + last_column()) {}
+  LineWriter(const LineWriter&) = delete;
+  LineWriter& operator=(const LineWriter&) = delete;
 
-  void add_time(double time) { append(format_real(time)); }
+  void add_time(double time) { end_item(put_real(end_, time)); }
 
-  void add_text(std::string_view text) { add(text, last_column()); }
+  void add_text(std::string_view text) {
+    if (static_cast<std::ptrdiff_t>(text.size()) > last_ - end_) wrap();
+    std::memcpy(end_, text.data(), text.size());
+    end_item(end_ + text.size());
+  }
 
   // The number is written behind the line and moved when it turns out to belong to the next one.
   void add_number(double value, BaseType base_type) {
     const bool is_real = base_type == kReal;
-    char* const first = line_ + length_;
+    char* const first = end_;
     char* end = first;
     if (is_output_ && !(value < 0.0)) *end++ = ' ';  // where a sign would stand
     end = is_real ? put_real(end, value) : put_integer(end, round_half_away(value));
-    const auto width = static_cast<int>(end - first);
-    if (length_ + width > last_column() + is_real) {
+    if (end > last_ + is_real) {
       wrap();
-      std::memmove(line_, first, static_cast<std::size_t>(width));
+      const auto width = static_cast<std::size_t>(end - first);
+      end = static_cast<char*>(std::memmove(end_, first, width)) + width;
     }
-    end_item(width);
+    end_item(end);
   }
 
   // Writes the line without its trailing blank; an empty line is not written.
   void flush() {
-    if (length_ == 0) return;
-    const std::string_view line(line_, static_cast<std::size_t>(length_ - 1));
-    length_ = 0;
+    if (end_ == line_) return;
+    const std::string_view line(line_, static_cast<std::size_t>(end_ - 1 - line_));
+    end_ = line_;
     if (is_output_) {
       write_line(line);
     } else {
@@ -67,13 +77,8 @@ class LineWriter {
  private:
   int last_column() const { return is_output_ ? kLastOutputColumn : kLastColumn; }
 
-  void add(std::string_view text, int last) {
-    if (length_ + static_cast<int>(text.size()) > last) wrap();
-    append(text);
-  }
-
   void wrap() {
-    if (length_ == 0) return;
+    if (end_ == line_) return;
     flush();
     note(Hazard::kWrappedLine, [&] {
       return message("line ", evaluation.line, ": the values do not fit into one line of ",
@@ -81,14 +86,9 @@ class LineWriter {
     });
   }
 
-  void append(std::string_view text) {
-    std::memcpy(line_ + length_, text.data(), text.size());
-    end_item(static_cast<int>(text.size()));
-  }
-
-  void end_item(int width) {
-    length_ += width;
-    line_[length_++] = ' ';
+  void end_item(char* end) {
+    *end = ' ';
+    end_ = end + 1;
   }
 
   void write_line(std::string_view line) const {
@@ -100,9 +100,21 @@ class LineWriter {
 
   int unit_;
   bool is_output_;
-  int length_ = 0;
+  const char* last_;   // behind the last column
+  char* end_ = line_;  // of the line so far
   char line_[kLineBuffer];
 };
+
+// The decoded form of an expression that is nothing but one number in its place; null for any other
+// and for an undefined number. It spares what is printed most a way over the stack.
+const Instruction* number_in_place(int position) {
+  if (code_store.word[position] != 1) return nullptr;
+  int start = decoded_program.start[position];
+  if (start == kNotDecoded) start = decode_expression(position);
+  if (start <= 0) return nullptr;
+  const Instruction* const number = decoded_program.instruction + start - 1;
+  return is_undefined(*number->a) ? nullptr : number;
+}
 
 void add_values(LineWriter& writer, const StackEntry& entry) {
   if (entry.base_type == kCharacter) return writer.add_text(text_of(entry));
@@ -139,9 +151,8 @@ int execute_output_statement(StatementCode code, int position) {
     writer.add_time(main_key_value(kTau));
   }
   for (;;) {
-    BaseType type;
-    if (const double* const number = number_in_variable(position, type)) {
-      writer.add_number(*number, type);
+    if (const Instruction* const number = number_in_place(position)) {
+      writer.add_number(*number->a, static_cast<BaseType>(number->type));
       position = after_expression(position);
     } else {
       position = u92xt3(position);
