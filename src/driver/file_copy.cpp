@@ -1,5 +1,6 @@
 // Copying from file to file in large blocks: the system copies by itself where it can, and what it
 // does not copy goes through a buffer, which also tells whether reading or writing failed.
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -26,6 +27,11 @@ std::int64_t copy_by_system(int from, std::int64_t first, int to, std::int64_t t
 }
 
 }  // namespace
+
+// The size stays: what is reserved behind the end goes with the file, or by a cut.
+void File::reserve(std::int64_t bytes) {
+  static_cast<void>(::fallocate(descriptor_, FALLOC_FL_KEEP_SIZE, position_, bytes));
+}
 
 CopyStatus File::copy_piece(File& source, std::int64_t first, std::size_t bytes) {
   static char piece[kPieceBytes];

@@ -142,7 +142,9 @@ void write_output(const JoinCommand& command, JoinInput& earlier, JoinInput& lat
   show_progress_of_copy(output, taken + end - first);
   if (append) {
     if (const int status = output.seek(taken); status != 0) stop_on_failed_write(status);
+    output.reserve(end - first);
   } else {
+    output.reserve(taken + end - first);
     copy_bytes(earlier, 0, taken, output);
   }
   copy_bytes(later, first, end, output);

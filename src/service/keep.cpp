@@ -74,11 +74,12 @@ std::vector<SaveRange> find_records(File& save, SaveCounts& counts, Chosen chose
 std::vector<SaveRange> copy_to_scratch(File& save, File& scratch, std::int64_t control_bytes,
                                        const std::vector<SaveRange>& records) {
   const SaveStream source{save, kSaveName}, target{scratch, kScratchName};
-  copy_save_bytes(source, {0, control_bytes}, target);
   std::vector<SaveRange> copies;
   std::int64_t total = control_bytes;
   for (const SaveRange& record : records) total += record.end - record.start;
   show_progress_of_copy(scratch, total);
+  scratch.reserve(total);
+  copy_save_bytes(source, {0, control_bytes}, target);
   for (const SaveRange& record : records) {
     const std::int64_t start = scratch.position();
     copy_save_record(source, record, target, static_cast<std::int32_t>(copies.size()) + 1);

@@ -101,6 +101,8 @@ TRANSFER(kCopy, copy_file_range,
          (int from, off_t* a, int to, off_t* b, size_t count, unsigned int flags), from, a, to, b,
          bytes, flags)
 
+CALL(kCopy, int, fallocate, (int fd, int mode, off_t at, off_t bytes), fd, mode, at, bytes)
+
 CALL(kWrite, ssize_t, writev, (int fd, const iovec* parts, int count), fd, parts, count)
 CALL(kCut, int, ftruncate, (int fd, off_t size) noexcept, fd, size)
 CALL(kClose, int, close, (int fd), fd)
