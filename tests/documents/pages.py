@@ -12,6 +12,11 @@ from collections import Counter
 
 ARGUMENT = "\1"  # what stands for a text in slanted letters
 ESCAPES = {"(dq": '"', "(aq": "'", "(ha": "^", "(ti": "~", "e": "\\", "&": ""}
+complaints = []
+
+
+def complain(about, what):
+    complaints.append(f"{about}: {what.replace(ARGUMENT, '*')}")
 
 
 def shown(source):
@@ -34,14 +39,9 @@ def run(runner, program, repository, *pages):
                 wanted = inside = False
             elif inside:
                 cases += shown(line) + "\n"
-        subprocess.run([runner, program, repository, "/dev/stdin"], input=cases, text=True, check=True)
-
-
-complaints = []
-
-
-def complain(about, what):
-    complaints.append(f"{about}: {what.replace(ARGUMENT, '*')}")
+        result = subprocess.run([runner, program, repository, "/dev/stdin"], input=cases, text=True)
+        if result.returncode != 0:
+            complain(page, "its programs do not do what it says")
 
 
 # ---- The tables of the program ----
@@ -109,7 +109,6 @@ def check_tables(print_tables, root):
 # entry of the index. The other way round, what an entry says between its slanted pieces must be made
 # of literals of the sources, so that no entry outlives its message. And each entry, but those of
 # failing systems and of faults of the program itself, must be expected by a test.
-
 
 TOKEN = re.compile(r"""//[^\n]*|"(?:[^"\\\n]|\\.)*"|'(?:[^'\\\n]|\\.)+'|[^\s"'/]+|/""")
 MESSAGE = re.compile(r"(?:%fat-|%err-|%inf-|%dbg-|dbg%-|%WSP)[^ ]*(?: +[^ ]|\Z)| {3,}[^ ]")

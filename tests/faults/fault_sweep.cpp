@@ -7,7 +7,8 @@
 #include <cerrno>
 #include <climits>
 #include <csignal>
-#include <cstdio>
+#include <functional>
+#include <iomanip>
 #include <iostream>
 #include <map>
 #include <set>
@@ -29,16 +30,11 @@ constexpr std::size_t kSweptEvery = 1;
 constexpr long kMostMemory = 64 * 1024;  // kilobytes
 constexpr int kFaultsShown = 12;         // of a scenario
 
-enum Fault { kCrash, kHang, kWrongEnd, kLoss, kMemory, kFaultKinds };
-
-struct Row {
-  int runs = 0;
-  int faults[kFaultKinds] = {};
-  int shown = 0;
-};
+enum Count { kRuns, kCrash, kHang, kWrongEnd, kLoss, kMemory, kCounts };
+constexpr const char* kCountNames[] = {"runs", "crash", "hang", "wrong end", "loss", "memory"};
+using Row = std::array<int, kCounts>;
 
 std::map<std::string, Row> table;
-int faults_seen = 0;
 std::array<int, kCallKinds> calls_met{};
 
 std::string content(const Files& files, const std::string& name) {
@@ -105,12 +101,9 @@ bool tells_why(const Outcome& now) {
   return (now.console + content(now.files, "zrvlis")).find('%') != std::string::npos;
 }
 
-void note(const Scenario& scenario, Fault fault, const Outcome& now, const std::string& trouble) {
-  static constexpr const char* kNames[] = {"crash", "hang", "wrong end", "loss", "memory"};
-  ++table[scenario.name].faults[fault];
-  ++faults_seen;
-  if (++table[scenario.name].shown > kFaultsShown) return;
-  std::cout << kNames[fault] << ": " << scenario.name << ", " << trouble << ": status "
+void note(const Scenario& scenario, Count fault, const Outcome& now, const std::string& trouble) {
+  if (++table[scenario.name][fault] > kFaultsShown) return;
+  std::cout << kCountNames[fault] << ": " << scenario.name << ", " << trouble << ": status "
             << now.status << '\n'
             << (fault == kCrash ? now.errors : "");
 }
@@ -118,8 +111,8 @@ void note(const Scenario& scenario, Fault fault, const Outcome& now, const std::
 // `signal`: the one that was sent to the run, if any.
 void judge_end(const Scenario& scenario, const Outcome& now, int signal,
                const std::string& trouble) {
-  ++table[scenario.name].runs;
-  if (now.status == kHangs) {
+  ++table[scenario.name][kRuns];
+  if (now.status == support::kHangs) {
     note(scenario, kHang, now, trouble);
   } else if (now.status != 0 && now.status != 1 && (signal == 0 || now.status != -signal)) {
     note(scenario, kCrash, now, trouble);
@@ -137,8 +130,9 @@ void sweep(Machine& machine, const Scenario& scenario, const Outcome& good, Trou
   const bool silenced = trouble.calls == 1U << kWrite && trouble.times > 1;
   for (trouble.first = 1;; ++trouble.first) {
     const Outcome now = machine.run(scenario.files, trouble);
-    if (!now.any_met()) return;
-    for (std::size_t k = 0; k < kCallKinds; ++k) calls_met[k] += now.met[k];
+    if (now.met == decltype(now.met){}) return;
+    std::transform(now.met.begin(), now.met.end(), calls_met.begin(), calls_met.begin(),
+                   std::plus<>());
     const std::string what = name + ' ' + std::to_string(trouble.first);
     judge_end(scenario, now, sends ? trouble.value : 0, what);
     const bool complete = (now.console == good.console && now.files == good.files) ||
@@ -254,25 +248,28 @@ void sweep_bytes(Machine& machine) {
   });
 }
 
-// True when no fault was seen.
+void print(const std::string& name, const Row& row) {
+  std::cout << std::left << std::setw(20) << name << std::right;
+  for (const int count : row) std::cout << std::setw(10) << count;
+  std::cout << '\n';
+}
+
+// True when something was run and no fault was seen.
 bool print_table() {
-  std::printf("%-20s %8s %8s %8s %10s %8s %8s\n", "", "runs", "crashes", "hangs", "wrong ends",
-              "losses", "memory");
-  Row total;
-  const auto print = [](const std::string& name, const Row& row) {
-    std::printf("%-20s %8d %8d %8d %10d %8d %8d\n", name.c_str(), row.runs, row.faults[kCrash],
-                row.faults[kHang], row.faults[kWrongEnd], row.faults[kLoss], row.faults[kMemory]);
-  };
+  Row total{};
+  std::cout << std::setw(20) << "";
+  for (const char* name : kCountNames) std::cout << std::setw(10) << name;
+  std::cout << '\n';
   for (const auto& [name, row] : table) {
     print(name, row);
-    total.runs += row.runs;
-    for (int k = 0; k < kFaultKinds; ++k) total.faults[k] += row.faults[k];
+    std::transform(row.begin(), row.end(), total.begin(), total.begin(), std::plus<>());
   }
   print("all", total);
-  for (int k = 0; k < kCallKinds; ++k)
-    std::printf("%s %d  ", kCallNames[k], calls_met[static_cast<std::size_t>(k)]);
-  std::puts("calls met");
-  return faults_seen == 0 && total.runs > 0;
+  for (std::size_t k = 0; k < kCallKinds; ++k) {
+    std::cout << kCallNames[k] << ' ' << calls_met[k] << "  ";
+  }
+  std::cout << "calls met\n";
+  return total == Row{total[kRuns]} && total[kRuns] > 0;
 }
 
 }  // namespace

@@ -4,9 +4,11 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <map>
 #include <sstream>
 
 #include "sample/binary_text.h"
@@ -15,11 +17,16 @@
 namespace zorvik::runner {
 namespace {
 
+using Lines = std::vector<std::string>;
+
+constexpr char kErrorsNotice[] = " Errors detected. See listing\n";
+
 struct Section {
   std::string where;  // in which file, on which line
+  int line;
   std::string title;  // the heading
-  std::vector<std::string> heading;
-  std::vector<std::string> lines;
+  Lines heading;      // its words
+  Lines lines;
 
   std::string word(std::size_t k) const { return k < heading.size() ? heading[k] : ""; }
 };
@@ -29,78 +36,88 @@ struct Section {
   std::exit(2);
 }
 
-// Replaces each {i}, {i+K}, {i-K}, with ":W" for W digits at least.
-std::string with_counter(std::string text, int i) {
-  for (std::size_t at = text.find("{i"); at != std::string::npos; at = text.find("{i", at)) {
-    int offset = 0, width = 1, used = 0;
-    const char* rest = text.c_str() + at + 2;
-    if (*rest == '+' || *rest == '-') {
-      std::sscanf(rest, "%d%n", &offset, &used);
-      rest += used;
-    }
-    if (*rest == ':') {
-      std::sscanf(rest + 1, "%d%n", &width, &used);
-      rest += used + 1;
-    }
-    char number[32];
-    std::snprintf(number, sizeof number, "%0*d", width, i + offset);
-    text.replace(at, static_cast<std::size_t>(rest + 1 - (text.c_str() + at)), number);
+Lines parts_of(std::string text, const std::string& separator) {
+  Lines parts;
+  for (std::size_t end; (end = text.find(separator)) != std::string::npos;) {
+    parts.push_back(text.substr(0, end));
+    text.erase(0, end + separator.size());
   }
-  return text;
-}
-
-std::vector<std::string> parts_of(const std::string& text, const std::string& separator) {
-  std::vector<std::string> parts;
-  std::size_t begin = 0;
-  for (std::size_t end; (end = text.find(separator, begin)) != std::string::npos;) {
-    parts.push_back(text.substr(begin, end - begin));
-    begin = end + separator.size();
-  }
-  parts.push_back(text.substr(begin));
+  parts.push_back(text);
   return parts;
 }
 
-std::string joined(const std::vector<std::string>& parts, const std::string& separator) {
+std::string joined(const Lines& parts, const std::string& separator) {
   std::string text;
   for (const std::string& part : parts) text += (&part == parts.data() ? "" : separator) + part;
   return text;
 }
 
-void append_expanded(std::vector<std::string>& lines, const std::string& line) {
-  int times = 0, used = 0;
-  if (std::sscanf(line.c_str(), "repeat %d | %n", &times, &used) != 1 || used == 0) {
-    lines.push_back(line);
-    return;
-  }
-  const std::string pattern = line.substr(line.find("| ") + 2);
-  for (int i = 1; i <= times; ++i) lines.push_back(with_counter(pattern, i));
+Lines words_of(const std::string& text) {
+  std::istringstream in(text);
+  return {std::istream_iterator<std::string>(in), {}};
 }
 
-std::string text_of(const Section& section) {
+// Replaces each {i}, {i+K}, {i-K}, with ":W" for W digits at least.
+std::string with_counter(std::string text, int i) {
+  for (std::size_t at; (at = text.find("{i")) != std::string::npos;) {
+    int offset = 0, width = 1, used = 2;
+    std::sscanf(text.c_str() + at, "{i%d%n", &offset, &used);
+    std::sscanf(text.c_str() + at + used, ":%d", &width);
+    char number[32];
+    std::snprintf(number, sizeof number, "%0*d", width, i + offset);
+    text.replace(at, text.find('}', at) + 1 - at, number);
+  }
+  return text;
+}
+
+void append_expanded(Lines& lines, const std::string& line) {
+  int times = 0, used = 0;
+  if (std::sscanf(line.c_str(), "repeat %d |%n", &times, &used) != 1 || used == 0) {
+    lines.push_back(line);
+  }
+  for (int i = 1; i <= times; ++i) {
+    lines.push_back(with_counter(line.substr(static_cast<std::size_t>(used) + 1), i));
+  }
+}
+
+// The lines of a row, which stand between "\\"s in it, repeated ones told as in a section.
+Lines lines_of_row(const std::string& row) {
+  Lines lines;
+  for (const std::string& line : parts_of(row, " \\ ")) append_expanded(lines, line);
+  return lines;
+}
+
+std::string text_of(const Lines& lines) {
   std::string text;
-  for (std::string line : section.lines) {
-    for (std::size_t k = line.size(); k > 0 && line[k - 1] == '~'; --k) line[k - 1] = ' ';
+  for (std::string line : lines) {
+    std::fill(line.begin() + static_cast<std::ptrdiff_t>(line.find_last_not_of('~') + 1),
+              line.end(), ' ');
     text += line + '\n';
   }
   return text;
 }
 
-std::string bytes_of(const Section& section) {
+std::string bytes_of(const std::string& where, const Lines& lines) {
   std::string bytes;
-  const std::string error = sample::append_binary_text(section.lines, bytes);
-  if (!error.empty()) reject(section.where, error);
+  const std::string error = sample::append_binary_text(lines, bytes);
+  if (!error.empty()) reject(where, error);
   return bytes;
+}
+
+std::string program_at(const std::string& where, const std::filesystem::path& path) {
+  if (!std::filesystem::is_regular_file(path)) reject(where, "no file " + path.string());
+  return support::content_of(path);
 }
 
 // `form_at` is the heading's word that tells the form; a name may follow "sample".
 std::string content_as(const Section& section, const std::string& name, std::size_t form_at) {
   const std::string form = section.word(form_at), other = section.word(form_at + 1);
-  if (form == "text" || form.empty()) return text_of(section);
-  if (form == "binary") return bytes_of(section);
+  if (form == "text" || form.empty()) return text_of(section.lines);
+  if (form == "binary") return bytes_of(section.where, section.lines);
   for (const auto& file : sample::sample_files()) {
     if (form == "sample" && file.name == (other.empty() ? name : other)) return file.bytes();
   }
-  reject(section.where, "neither text nor binary nor a file of the sample plant");
+  reject(section.where, "no such form, or no such file of the sample plant");
 }
 
 void add_expectation(const Section& section, Case& c, std::size_t name_at) {
@@ -109,43 +126,28 @@ void add_expectation(const Section& section, Case& c, std::size_t name_at) {
                                                        {"any", Match::kAny},
                                                        {"absent", Match::kAbsent}};
   const std::string name = section.word(name_at);
-  const std::string how = section.word(0) == "absent" ? "absent" : section.word(name_at + 1);
-  if (const auto found = matches.find(how); found != matches.end()) {
-    if ((how == "contains" || how == "lacks") == section.lines.empty()) {
-      reject(section.where, "lines where none belong, or none where some do");
-    }
-    c.expectations.push_back({name, found->second, false, text_of(section)});
-  } else {
-    c.expectations.push_back({name, Match::kWhole, how == "binary" || how == "sample",
-                              content_as(section, name, name_at + 1)});
+  const auto found = matches.find(section.word(name_at + 1));
+  if (found == matches.end()) {
+    c.expectations.push_back({name, Match::kWhole, content_as(section, name, name_at + 1)});
+    return;
   }
+  const Match match = found->second;
+  if ((match == Match::kContains || match == Match::kLacks) == section.lines.empty()) {
+    reject(section.where, "lines where none belong, or none where some do");
+  }
+  c.expectations.push_back({name, match, text_of(section.lines)});
 }
 
-void add_stop(Case& c, const std::string& listing, bool whole) {
+void add_stop(Case& c, const std::string& listing, Match match) {
   c.status = 1;
-  c.expectations.push_back({"console", Match::kWhole, false, " Errors detected. See listing\n"});
-  c.expectations.push_back({"zrvlis", whole ? Match::kWhole : Match::kContains, false, listing});
-}
-
-// The lines of a row, which stand between "\\"s in it, repeated ones told as in a section.
-std::vector<std::string> lines_of_row(const std::string& row) {
-  std::vector<std::string> lines;
-  for (const std::string& line : parts_of(row, " \\ ")) append_expanded(lines, line);
-  return lines;
-}
-
-// The arrow that comes first in the row.
-std::string arrow_of(const std::string& row) {
-  std::size_t first = std::string::npos;
-  for (const char* arrow : {" -> ", " >> ", " !> ", " ~> "})
-    first = std::min(first, row.find(arrow));
-  return first == std::string::npos ? "" : row.substr(first, 4);
+  c.expectations.push_back({"console", Match::kWhole, kErrorsNotice});
+  c.expectations.push_back({"zrvlis", match, listing});
 }
 
 // Takes the "`"s out of the text and returns the pointer line of each, the text's first line
 // beginning at column `begin` of its line.
-std::vector<std::string> take_pointers(std::string& text, std::size_t begin) {
-  std::vector<std::string> pointers;
+Lines take_pointers(std::string& text, std::size_t begin) {
+  Lines pointers;
   for (std::size_t at; (at = text.find('`')) != std::string::npos;) {
     text.erase(at, 1);
     const std::size_t line = text.rfind('\n', at);
@@ -155,100 +157,114 @@ std::vector<std::string> take_pointers(std::string& text, std::size_t begin) {
   return pointers;
 }
 
-// Puts a row's text where it belongs: a file's place, what it changes there, or the program's "@".
-std::vector<std::string> place_row(const Section& section, const std::string& row, Case& c,
-                                   const std::string& repository) {
-  const std::string kind = section.word(0), name = section.word(1);
-  if (kind == "change") {
-    const std::vector<std::string> parts = parts_of(row, " => ");
-    std::string& content = c.inputs.at(name);
-    const std::string from = joined(lines_of_row(parts.at(0)), "\n");
-    const std::size_t at = content.find(from);
-    if (at == std::string::npos) reject(section.where, "not in the file: " + from);
-    content.replace(at, from.size(), joined(lines_of_row(parts.at(1)), "\n"));
+// Replaces in a file's content what stands before the row's "=>" by what stands behind it.
+void change(const Section& section, const std::string& row, std::string& content) {
+  const Lines parts = parts_of(row, " => ");
+  const std::string from = joined(lines_of_row(parts[0]), "\n");
+  const std::size_t at = content.find(from);
+  if (parts.size() < 2 || at == std::string::npos) reject(section.where, "no change: " + row);
+  content.replace(at, from.size(), joined(lines_of_row(parts[1]), "\n"));
+}
+
+// Puts a row's text where it belongs: a file's place, what it changes there, or the program's "@";
+// returns its pointers.
+Lines place_row(const Section& section, const std::string& row, Case& c,
+                const std::string& repository) {
+  const std::string name = section.word(1);
+  std::string& program = c.inputs["zrvdat"];
+  if (section.word(0) == "change") {
+    change(section, row, c.inputs[name]);
     return {};
   }
   if (name == "program") {
-    c.inputs["zrvdat"] = content_of(repository + '/' + row.substr(0, row.find(' ')));
+    program = program_at(section.where, repository + '/' + words_of(row).at(0));
     return {};
   }
+  const Lines lines = lines_of_row(row);
   if (!name.empty() && name != "before" && name != "then") {
-    const Section file{section.where, {}, {}, lines_of_row(row)};
-    c.inputs[name] = name.ends_with("txt") ? text_of(file) : bytes_of(file);
+    c.inputs[name] = name.ends_with("txt") ? text_of(lines) : bytes_of(section.where, lines);
     return {};
   }
-  std::string& program = c.inputs.at("zrvdat");
   const std::size_t at = program.find('@');
   if (at == std::string::npos) reject(section.where, "no @ in the program");
-  std::string text = joined(lines_of_row(row), "\n");
-  const auto pointers = take_pointers(text, at - (program.rfind('\n', at) + 1));
+  std::string text = joined(lines, "\n");
+  const Lines pointers = take_pointers(text, at - (program.rfind('\n', at) + 1));
   program.replace(at, 1, text);
   return pointers;
+}
+
+// The arrow that comes first in the row.
+std::string arrow_of(const std::string& row) {
+  std::size_t first = row.size();
+  for (const char* arrow : {" -> ", " >> ", " !> ", " ~> "})
+    first = std::min(first, row.find(arrow));
+  return first == row.size() ? " -> " : row.substr(first, 4);
+}
+
+// A row with the lines under it.
+void add_row(const Section& section, std::string row, const Lines& under, Case& c,
+             const std::string& repository) {
+  const std::string arrow = arrow_of(row + ' ');
+  if (row.ends_with(arrow.substr(0, 3))) row.resize(row.size() - 3);
+  Lines said = parts_of(row, arrow);
+  said.insert(said.end(), under.begin(), under.end());
+  c.rule += ": " + said[0];
+  const Lines pointers = place_row(section, said[0], c, repository);
+  said.erase(said.begin());
+  if (said.size() < pointers.size()) reject(section.where, "a pointer without an error: " + row);
+  for (std::size_t p = 0; p < pointers.size(); ++p) {
+    said.insert(said.begin() + static_cast<std::ptrdiff_t>(2 * p), pointers[p]);
+  }
+  const Lines then = parts_of(section.title, " then ");
+  if (section.word(1) == "before") {
+    said.insert(said.begin() + !pointers.empty(), then[0].substr(std::strlen("each before ")));
+  }
+  if (then.size() > 1) said.push_back(then[1]);
+  const std::string text = ' ' + joined(said, "\n ") + '\n';
+  if (arrow == " -> ") {
+    add_stop(c, text, Match::kContains);
+  } else if (arrow == " ~> ") {
+    c.expectations.push_back({"zrvlis", Match::kContains, text});
+  } else {
+    c.status = arrow == " !> " ? 1 : 0;
+    c.expectations.push_back({"console", Match::kWhole, text});
+  }
 }
 
 // One case for each line of the section that does not begin with a blank; see case_file.h.
 void add_rows(const Section& section, std::vector<Case>& cases, const std::string& repository) {
   const Case pattern = cases.back();
   cases.pop_back();
-  const auto words_behind = [&](const std::string& word) {
-    const std::size_t at = section.title.find(' ' + word + ' ');
-    return at == std::string::npos ? "" : section.title.substr(at + word.size() + 2);
-  };
-  const std::string before = parts_of(words_behind("before"), " then ")[0];
-  const std::string then = words_behind("then");
-  for (std::size_t k = 0; k < section.lines.size();) {
-    Case c = pattern;
-    std::string line = section.lines[k++];
-    if (arrow_of(line).empty() && !arrow_of(line + ' ').empty()) line += ' ';
-    if (arrow_of(line).empty()) line += " -> ";  // all is said under the row
-    const std::string arrow = arrow_of(line);
-    std::vector<std::string> said = parts_of(line, arrow);
-    c.rule += ": " + said[0];
-    const auto pointers = place_row(section, said[0], c, repository);
-    said.erase(said.begin());
-    if (said[0].empty()) said.clear();
-    for (; k < section.lines.size() && section.lines[k].starts_with(' '); ++k) {
-      said.push_back(section.lines[k].substr(1));
+  for (auto line = section.lines.begin(); line != section.lines.end();) {
+    const std::string row = *line++;
+    Lines under;
+    for (; line != section.lines.end() && line->starts_with(' '); ++line) {
+      under.push_back(line->substr(1));
     }
-    if (said.size() < pointers.size()) reject(section.where, "a pointer without an error: " + line);
-    for (std::size_t p = 0; p < pointers.size(); ++p) {
-      said.insert(said.begin() + static_cast<std::ptrdiff_t>(2 * p), pointers[p]);
-    }
-    if (!before.empty()) said.insert(said.begin() + !pointers.empty(), before);
-    if (!then.empty()) said.push_back(then);
-    const std::string text = ' ' + joined(said, "\n ") + '\n';
-    if (arrow == " -> ") {
-      add_stop(c, text, false);
-    } else if (arrow == " ~> ") {
-      c.expectations.push_back({"zrvlis", Match::kContains, false, text});
-    } else {
-      c.status = arrow == " !> " ? 1 : 0;
-      c.expectations.push_back({"console", Match::kWhole, false, text});
-    }
-    cases.push_back(c);
+    cases.push_back(pattern);
+    add_row(section, row, under, cases.back(), repository);
   }
 }
 
 void add_section(const Section& section, Case& c, const std::string& repository) {
   const std::string kind = section.word(0), name = section.word(1);
   if (kind == "zrvdat") {
-    c.inputs[kind] = text_of(section);
+    c.inputs[kind] = text_of(section.lines);
   } else if (kind == "program") {
-    c.inputs["zrvdat"] = text_of(section) + content_of(repository + '/' + name);
+    c.inputs["zrvdat"] =
+        text_of(section.lines) + program_at(section.where, repository + '/' + name);
   } else if (kind == "vnxres" || kind == "vnxsav" || kind == "nwsp_dat") {
-    c.inputs[kind] = bytes_of(section);
+    c.inputs[kind] = bytes_of(section.where, section.lines);
   } else if (kind == "input") {
     c.inputs[name] = content_as(section, name, 2);
-  } else if (kind == "console" || kind == "zrvlis") {
+  } else if (kind == "console" || kind == "errors" || kind == "zrvlis") {
     add_expectation(section, c, 0);
-  } else if (kind == "file" || kind == "absent") {
+  } else if (kind == "file") {
     add_expectation(section, c, 1);
   } else if (kind == "stops") {
-    add_stop(c, text_of(section), name == "whole");
+    add_stop(c, text_of(section.lines), name == "whole" ? Match::kWhole : Match::kContains);
   } else if (kind == "status") {
     c.status = std::atoi(name.c_str());
-  } else if (kind == "errors") {
-    c.errors = text_of(section);
   } else if (kind == "argument") {
     c.argument = name;
   } else if (kind == "environment") {
@@ -256,10 +272,9 @@ void add_section(const Section& section, Case& c, const std::string& repository)
   } else if (kind == "room") {
     c.room = std::strtoul(name.c_str(), nullptr, 10);
   } else if (kind == "sweep") {
-    if (!c.inputs.contains(name)) reject(section.where, "sweep of what is no input");
-    const std::size_t integers = std::strtoul(section.word(3).c_str(), nullptr, 10);
-    if (c.inputs[name].size() / 4 < integers) {
-      reject(section.where, "fewer integers than the sweep names");
+    const std::size_t integers = std::strtoul(section.word(2).c_str(), nullptr, 10);
+    if (c.inputs[name].size() < std::max<std::size_t>(1, 4 * integers)) {
+      reject(section.where, "an input shorter than the sweep says");
     }
     c.sweeps.push_back({name, integers});
   } else {
@@ -267,57 +282,41 @@ void add_section(const Section& section, Case& c, const std::string& repository)
   }
 }
 
-std::vector<std::string> words_of(const std::string& text) {
-  std::istringstream in(text);
-  return {std::istream_iterator<std::string>(in), {}};
-}
-
-void close_section(Section& section, std::vector<Case>& cases, Case& common,
-                   const std::string& repository) {
-  if (section.heading.empty()) return;
-  while (!section.lines.empty() && section.lines.back().empty()) section.lines.pop_back();
-  const bool rows = section.word(0) == "each" || section.word(0) == "change";
-  if (rows && !cases.empty()) {
-    add_rows(section, cases, repository);
-  } else {
-    add_section(section, cases.empty() ? common : cases.back(), repository);
+std::vector<Section> sections_of(const std::string& path) {
+  std::vector<Section> sections;
+  std::ifstream in(path);
+  int number = 0;
+  for (std::string line; std::getline(in, line);) {
+    ++number;
+    if (line.starts_with("=== ") || line.starts_with("--- ")) {
+      const std::string title = line.substr(4), where = path + ':' + std::to_string(number);
+      sections.push_back({where, number, title, {}, {}});
+      if (line[0] == '-') sections.back().heading = words_of(title);
+    } else if (!sections.empty()) {
+      append_expanded(sections.back().lines, line);
+    }
   }
-  section = {};
+  return sections;
 }
 
 }  // namespace
 
-std::string content_of(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) reject(path, "cannot be read");
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
 std::vector<Case> read_case_file(const std::string& path, const std::string& repository) {
-  std::istringstream in(content_of(path));
   std::vector<Case> cases;
-  Case common{};  // what stands before the first case
-  Section section{};
-  int line_number = 0;
-  for (std::string line; std::getline(in, line);) {
-    ++line_number;
-    const bool starts_case = line.starts_with("=== ");
-    if (starts_case || line.starts_with("--- ")) {
-      close_section(section, cases, common, repository);
-    }
-    if (starts_case) {
+  Case common;  // what stands before the first case
+  for (Section& section : sections_of(path)) {
+    while (!section.lines.empty() && section.lines.back().empty()) section.lines.pop_back();
+    if (section.heading.empty()) {
       cases.push_back(common);
-      cases.back().rule = line.substr(4);
-      cases.back().line = line_number;
-    } else if (line.starts_with("--- ")) {
-      section = {
-          path + ':' + std::to_string(line_number), line.substr(4), words_of(line.substr(4)), {}};
-    } else if (!section.heading.empty()) {
-      append_expanded(section.lines, line);
+      cases.back().rule = section.title;
+      cases.back().line = section.line;
+    } else if ((section.word(0) == "each" || section.word(0) == "change") && !cases.empty()) {
+      add_rows(section, cases, repository);
+    } else {
+      add_section(section, cases.empty() ? common : cases.back(), repository);
     }
   }
   if (cases.empty()) reject(path, "holds no case");
-  close_section(section, cases, common, repository);
   return cases;
 }
 

@@ -4,11 +4,13 @@
 //   --- zrvdat                     the program text; so too: program PATH (a file of the
 //                                  repository, behind the lines of the section)
 //   --- vnxres                     an input file as commented binary text; so too vnxsav, nwsp_dat
-//   --- input NAME text            an input file as it stands here; or: binary, or: sample [FILE]
-//                                  (the file of that name, or FILE, of the sample plant)
-//   --- console                    what the console must hold; without it, nothing. `console any`
-//   --- zrvlis                     the whole listing; so too: file NAME
-//   --- zrvlis contains            these lines, one after the other, somewhere; or: lacks
+//   --- input NAME FORM            an input file; text or no FORM: as it stands here; binary: as
+//                                  commented binary text; sample [FILE]: the file of that name, or
+//                                  FILE, of the sample plant
+//   --- file NAME FORM             what a file must hold, as above, or: contains (these lines, one
+//                                  after the other, somewhere), lacks, any, absent
+//   --- zrvlis FORM                so too; console and errors, the standard error, are empty when
+//                                  nothing is said
 //   --- stops                      the run ends with status 1 and "Errors detected. See listing"
 //                                  alone on the console; the listing contains these lines, or,
 //                                  with `stops whole`, is these lines
@@ -17,15 +19,12 @@
 //                                  where the name ends in "txt", as it stands
 //   --- each program               each row is the PATH of a program, and words about it
 //   --- change NAME                each row `OLD => NEW` is changed in that input file
-//   --- file NAME binary           the bytes, as commented binary text; or: sample [FILE]; or: any
-//   --- absent NAME                a file that must not exist
 //   --- status 1                   the exit status; without it, 0
-//   --- errors                     what standard error must hold; without it, nothing
 //   --- argument WORD              given to the program on its command line
 //   --- environment NAME=VALUE     given to the program
 //   --- room 2000                  no file may grow beyond so many bytes: a full disk
-//   --- sweep NAME                 besides, every shorter NAME must give a defined end
-//   --- sweep NAME ints N          besides, so must hostile values in its first N integers
+//   --- sweep NAME N               besides, every shorter NAME must give a defined end, and so must
+//                                  hostile values in its first N integers
 //
 // A row begins with no blank. What stands before its arrow takes the place of the program's "@";
 // a backslash between blanks ends a line. `-> TEXT`, or no arrow, stops like "stops", the listing
@@ -45,44 +44,39 @@
 #ifndef ZORVIK_TESTS_RUNNER_CASE_FILE_H_
 #define ZORVIK_TESTS_RUNNER_CASE_FILE_H_
 
-#include <map>
 #include <string>
 #include <vector>
+
+#include "support/run_directory.h"
 
 namespace zorvik::runner {
 
 enum class Match { kWhole, kContains, kLacks, kAny, kAbsent };
 
 struct Expectation {
-  std::string name;  // of a file, or "console"
+  std::string name;  // of a file, or "console", or "errors"
   Match match;
-  bool binary;
   std::string content;
 };
 
 struct Sweep {
   std::string name;
-  std::size_t integers;  // replaced in turn; 0: the file is cut instead
+  std::size_t integers;  // replaced in turn
 };
 
 struct Case {
   std::string rule;
-  int line;                                   // in the case file
-  std::map<std::string, std::string> inputs;  // content by name
+  int line = 0;  // in the case file
+  support::Files inputs;
   std::vector<Expectation> expectations;
   std::vector<Sweep> sweeps;
-  int status;
-  std::string errors;       // on standard error
-  std::string argument;     // empty: none
-  std::string environment;  // NAME=VALUE; empty: none
-  unsigned long room;       // 0: enough
+  int status = 0;
+  std::string argument, environment;  // empty: none
+  rlim_t room = support::kLargestFile;
 };
 
 // Reads the cases of a file; a file that is not understood ends the runner with status 2.
 std::vector<Case> read_case_file(const std::string& path, const std::string& repository);
-
-// A file's content; ends the runner when it cannot be read.
-std::string content_of(const std::string& path);
 
 }  // namespace zorvik::runner
 

@@ -10,8 +10,8 @@ namespace zorvik::runner {
 namespace {
 
 using Lines = std::vector<std::string>;
-constexpr std::size_t kContext = 3;  // equal lines shown
-constexpr std::size_t kMostLines = 100;
+constexpr std::ptrdiff_t kContext = 3;  // equal lines shown
+constexpr std::ptrdiff_t kMostLines = 100;
 constexpr std::size_t kBytesPerLine = 16;
 
 Lines lines_of(const std::string& text) {
@@ -22,48 +22,42 @@ Lines lines_of(const std::string& text) {
   return lines;
 }
 
-void append_marked(std::string& report, char mark, const Lines& lines, std::size_t from,
-                   std::size_t to) {
-  for (std::size_t k = from; k < std::min(to, from + kMostLines); ++k) {
-    std::string line = lines[k];
-    for (std::size_t c = line.size(); c > 0 && line[c - 1] == ' '; --c) line[c - 1] = '~';
-    report += std::string("    ") + mark + line + '\n';
+Lines hexadecimal_lines_of(const std::string& bytes) {
+  Lines lines;
+  char piece[24];
+  for (std::size_t k = 0; k < bytes.size(); ++k) {
+    std::snprintf(piece, sizeof piece, "%6zu:", k);
+    if (k % kBytesPerLine == 0) lines.emplace_back(piece);
+    std::snprintf(piece, sizeof piece, " %02x", static_cast<unsigned char>(bytes[k]));
+    lines.back() += piece;
   }
-  if (to > from + kMostLines) report += "    ...\n";
+  return lines;
 }
 
-std::string hexadecimal(const std::string& bytes) {
-  std::string text;
-  for (std::size_t k = 0; k < bytes.size(); ++k) {
-    char piece[24];
-    if (k % kBytesPerLine == 0) std::snprintf(piece, sizeof piece, "%s%6zu:", k ? "\n" : "", k);
-    if (k % kBytesPerLine == 0) text += piece;
-    std::snprintf(piece, sizeof piece, " %02x", static_cast<unsigned char>(bytes[k]));
-    text += piece;
+std::string marked(char mark, Lines::iterator from, Lines::iterator to) {
+  std::string report;
+  const auto end = from + std::min(to - from, kMostLines);
+  for (auto line = from; line != end; ++line) {
+    std::fill(line->begin() + static_cast<std::ptrdiff_t>(line->find_last_not_of(' ') + 1),
+              line->end(), '~');
+    report += std::string("    ") + mark + *line + '\n';
   }
-  return text + '\n';
+  return report + (end == to ? "" : "    ...\n");
 }
 
 }  // namespace
 
-std::string text_difference(const std::string& expected, const std::string& actual) {
+std::string difference(const std::string& expected, const std::string& actual) {
   if (expected == actual) return {};
-  const Lines e = lines_of(expected), a = lines_of(actual);
-  const std::size_t shorter = std::min(e.size(), a.size());
-  std::size_t head = 0, tail = 0;
-  while (head < shorter && e[head] == a[head]) ++head;
-  while (tail < shorter - head && e[e.size() - 1 - tail] == a[a.size() - 1 - tail]) ++tail;
-  std::string report;
-  append_marked(report, ' ', e, head - std::min(head, kContext), head);
-  append_marked(report, '-', e, head, e.size() - tail);
-  append_marked(report, '+', a, head, a.size() - tail);
-  append_marked(report, ' ', e, e.size() - tail, e.size() - tail + std::min(tail, kContext));
-  return report;
-}
-
-std::string binary_difference(const std::string& expected, const std::string& actual) {
-  if (expected == actual) return {};
-  return text_difference(hexadecimal(expected), hexadecimal(actual));
+  const bool binary = (expected + actual).find('\0') != std::string::npos;
+  Lines e = binary ? hexadecimal_lines_of(expected) : lines_of(expected);
+  Lines a = binary ? hexadecimal_lines_of(actual) : lines_of(actual);
+  const auto [head, other_head] = std::mismatch(e.begin(), e.end(), a.begin(), a.end());
+  const auto [tail, other_tail] = std::mismatch(e.rbegin(), std::make_reverse_iterator(head),
+                                                a.rbegin(), std::make_reverse_iterator(other_head));
+  return marked(' ', head - std::min(head - e.begin(), kContext), head) +
+         marked('-', head, tail.base()) + marked('+', other_head, other_tail.base()) +
+         marked(' ', tail.base(), tail.base() + std::min(e.end() - tail.base(), kContext));
 }
 
 }  // namespace zorvik::runner

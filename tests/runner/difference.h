@@ -8,10 +8,8 @@ namespace zorvik::runner {
 
 // Empty when both are equal. Else the lines of `expected` that are not in `actual` after "-", the
 // lines there are instead after "+", with some equal lines around; "~" for blanks at a line's end.
-std::string text_difference(const std::string& expected, const std::string& actual);
-
-// The same for bytes, shown in hexadecimal.
-std::string binary_difference(const std::string& expected, const std::string& actual);
+// Bytes that are no text are shown in hexadecimal.
+std::string difference(const std::string& expected, const std::string& actual);
 
 }  // namespace zorvik::runner
 

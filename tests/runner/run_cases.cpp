@@ -1,130 +1,118 @@
-// run_cases REPOSITORY CASE_FILE PROGRAM...: runs the cases of a file with each program, sweeps
-// with the first one alone, and shows what is not as it must be. Status 0 when all is well, 1 when
-// a case failed, 2 when the file is not understood.
+// run_cases PROGRAM REPOSITORY CASE_FILE [PROGRAM]...: runs the cases of a file with each program,
+// sweeps with the first one alone, and shows what is not as it must be. Status 0 when all is well,
+// 1 when a case failed, 2 when the file is not understood.
+#include <unistd.h>
+
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <iostream>
 
 #include "runner/case_file.h"
 #include "runner/difference.h"
-#include "runner/program_run.h"
 
 namespace zorvik::runner {
 namespace {
 
+using support::Files;
+using support::Outcome;
+
 constexpr char kListing[] = "zrvlis";
+
+class Runner {
+ public:
+  explicit Runner(const std::string& program) : program_(std::filesystem::absolute(program)) {}
+
+  Outcome run(const Case& c, const Files& files) {
+    const auto start = [&] {
+      ::unsetenv("ZORVIK_NOTES");
+      std::string variable = c.environment;
+      if (!variable.empty()) ::putenv(variable.data());
+      const char* word = c.argument.empty() ? nullptr : c.argument.c_str();
+      ::execl(program_.c_str(), program_.c_str(), word, nullptr);
+    };
+    return directory_.run(files, start, c.room);
+  }
+
+ private:
+  std::filesystem::path program_;
+  support::RunDirectory directory_;
+};
 
 std::string paragraph(const std::string& title, const std::string& body) {
   return body.empty() ? "" : "  " + title + '\n' + body;
 }
 
-bool has_lines(const std::string& text, const std::string& lines) {
-  return ('\n' + text).find('\n' + lines) != std::string::npos;
-}
-
 std::string check_content(const Expectation& e, const std::string& actual) {
+  const bool has_lines = ('\n' + actual).find('\n' + e.content) != std::string::npos;
   switch (e.match) {
     case Match::kWhole:
-      return e.binary ? binary_difference(e.content, actual) : text_difference(e.content, actual);
+      return difference(e.content, actual);
     case Match::kContains:
-      return has_lines(actual, e.content) ? "" : text_difference(e.content, actual);
+      return has_lines ? "" : difference(e.content, actual);
     case Match::kLacks:
-      return has_lines(actual, e.content) ? text_difference("", e.content) : "";
+      return has_lines ? difference("", e.content) : "";
     default:
       return {};
   }
 }
 
-bool names(const Case& c, const std::string& name) {
-  for (const Expectation& e : c.expectations) {
-    if (e.name == name) return true;
-  }
-  return false;
+std::string check_status(int actual, int expected) {
+  if (actual == expected) return {};
+  return "  status " + std::to_string(actual) + ", expected " + std::to_string(expected) + '\n';
 }
 
-std::string check_expectations(const Case& c, const RunResult& result,
-                               const std::filesystem::path& directory) {
-  std::string report;
-  for (const Expectation& e : c.expectations) {
-    const auto path = directory / e.name;
-    const bool console = e.name == "console", exists = std::filesystem::exists(path);
-    if (e.match == Match::kAbsent) {
-      if (exists) report += "  " + e.name + " exists\n";
-    } else if (!console && !exists) {
-      report += "  " + e.name + " is missing\n";
-    } else {
-      report += paragraph(e.name, check_content(e, console ? result.console : content_of(path)));
+// What the case says nothing of is silent, as it was, or not there.
+std::vector<Expectation> all_expectations(const Case& c) {
+  std::vector<Expectation> all = c.expectations;
+  Files unsaid = c.inputs;
+  unsaid.insert({{"console", ""}, {"errors", ""}});
+  for (const Expectation& e : c.expectations) unsaid.erase(e.name);
+  for (const auto& [name, content] : unsaid) all.push_back({name, Match::kWhole, content});
+  return all;
+}
+
+std::string run_case(Runner& runner, const Case& c) {
+  const Outcome outcome = runner.run(c, c.inputs);
+  Files actual = outcome.files;
+  actual.insert({{"console", outcome.console}, {"errors", outcome.errors}});
+  Files unnamed = actual;
+  unnamed.erase(kListing);
+  std::string report = check_status(outcome.status, c.status);
+  for (const Expectation& e : all_expectations(c)) {
+    const auto found = actual.find(e.name);
+    const bool exists = found != actual.end();
+    if (exists == (e.match == Match::kAbsent)) {
+      report += "  " + e.name + (exists ? " exists\n" : " is missing\n");
+    } else if (exists) {
+      report += paragraph(e.name, check_content(e, found->second));
     }
+    unnamed.erase(e.name);
   }
-  if (!names(c, "console")) report += paragraph("console", text_difference("", result.console));
-  return report;
-}
-
-// Inputs that the case expects nothing of are as they were; no other file has appeared.
-std::string check_other_files(const Case& c, const std::filesystem::path& directory) {
-  std::string report;
-  for (const auto& entry : std::filesystem::directory_iterator(directory)) {
-    const std::string name = entry.path().filename();
-    if (names(c, name)) continue;
-    if (const auto input = c.inputs.find(name); input != c.inputs.end()) {
-      report += paragraph(name + " was changed",
-                          binary_difference(input->second, content_of(entry.path())));
-    } else if (name != kListing) {
-      report += "  a file that the case does not name: " + name + '\n';
-    }
-  }
-  return report;
-}
-
-std::string check_end(const RunResult& result, int status, const std::string& errors) {
-  std::string report = paragraph("standard error", text_difference(errors, result.errors));
-  if (result.status != status) {
-    report +=
-        "  status " + std::to_string(result.status) + ", expected " + std::to_string(status) + '\n';
+  for (const auto& [name, content] : unnamed) {
+    report += "  a file that the case does not name: " + name + '\n';
   }
   return report;
 }
 
 // A hostile input must give a defined end: status 0 or 1 and nothing on standard error.
-std::string check_hostile(ProgramRun& run, const Case& c, const std::string& name,
-                          std::string content, const std::string& what) {
-  auto inputs = c.inputs;
-  inputs[name] = std::move(content);
-  const RunResult result = run.run(c, inputs);
-  const std::string report = check_end(result, result.status == 1 ? 1 : 0, "");
-  return report.empty() ? "" : "  sweep, " + name + ' ' + what + '\n' + report;
-}
-
-std::string run_sweep(ProgramRun& run, const Case& c, const Sweep& sweep) {
+std::string run_sweep(Runner& runner, const Case& c, const Sweep& sweep) {
   const std::string& good = c.inputs.at(sweep.name);
-  const std::size_t variants = sweep.integers == 0 ? good.size() : 4 * sweep.integers;
   constexpr std::int32_t kHostile[] = {-1, 0, INT32_MAX, INT32_MIN};
-  std::string report;
-  for (std::size_t k = 0; k < variants && report.empty(); ++k) {
-    std::string bytes = good, what = "variant " + std::to_string(k);
-    if (sweep.integers == 0) {
-      bytes.resize(k);  // and else integer k / 4 gets value k % 4
-    } else {
-      std::memcpy(bytes.data() + k / 4 * sizeof(std::int32_t), &kHostile[k % 4],
-                  sizeof(std::int32_t));
+  Files files = c.inputs;
+  for (std::size_t k = 0; k < good.size() + 4 * sweep.integers; ++k) {
+    std::string& bytes = files[sweep.name] = good.substr(0, k);
+    if (k >= good.size()) {  // nothing is cut, but integer n / 4 gets value n % 4
+      const std::size_t n = k - good.size();
+      std::memcpy(bytes.data() + n / 4 * sizeof *kHostile, &kHostile[n % 4], sizeof *kHostile);
     }
-    report = check_hostile(run, c, sweep.name, std::move(bytes), what);
+    const Outcome outcome = runner.run(c, files);
+    const std::string report = check_status(outcome.status, outcome.status == 1 ? 1 : 0) +
+                               paragraph("errors", difference("", outcome.errors));
+    if (report.empty()) continue;
+    return "  sweep, " + sweep.name + ", variant " + std::to_string(k) + '\n' + report;
   }
-  return report;
-}
-
-std::string run_case(ProgramRun& run, const Case& c) {
-  const RunResult result = run.run(c, c.inputs);
-  std::string report = check_end(result, c.status, c.errors);
-  report += check_expectations(c, result, run.directory());
-  return report + check_other_files(c, run.directory());
-}
-
-std::string run_sweeps(ProgramRun& run, const Case& c) {
-  std::string report;
-  for (const Sweep& sweep : c.sweeps) report += run_sweep(run, c, sweep);
-  return report;
+  return {};
 }
 
 }  // namespace
@@ -142,10 +130,12 @@ int main(int count, char** arguments) {
   const std::vector<Case> cases = read_case_file(arguments[3], arguments[2]);
   int failures = 0;
   for (const std::string& program : programs) {
-    ProgramRun run(program);
+    Runner runner(program);
     for (const Case& c : cases) {
-      std::string report = run_case(run, c);
-      if (program == programs.front()) report += run_sweeps(run, c);
+      std::string report = run_case(runner, c);
+      if (program == programs.front()) {
+        for (const Sweep& sweep : c.sweeps) report += run_sweep(runner, c, sweep);
+      }
       if (report.empty()) continue;
       ++failures;
       std::cout << arguments[3] << ':' << c.line << ": " << c.rule << "\n  run by " << program

@@ -8,7 +8,7 @@
 
 #include "driver/units.h"
 #include "sample/property_file.h"
-#include "support/ended_run.h"
+#include "support/run_directory.h"
 #include "support/temporary_file.h"
 #include "wsp/cubic_patch.h"
 #include "wsp/property_file.h"
