@@ -20,6 +20,7 @@
 namespace zorvik {
 namespace {
 
+// What only one of the passes fills is reset when that pass begins.
 void set_up_tables() {
   reset_messages();
   reset_number_format();
@@ -39,6 +40,8 @@ void report_used_space() {
   // A console that is gone, or a file that may not grow, is an error to report and no sudden death.
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
+  // Before the first file is opened: it would be given the number of a standard stream that is
+  // closed.
   occupy_standard_descriptors();
   heed_signals();
   watch_progress();
@@ -48,6 +51,7 @@ void report_used_space() {
   open_file(kListingUnit, "LIS");
   parse_pass(kProgramUnit);
   u91ps2(kProgramUnit);
+  // Execution may take long: the program's listing can be read meanwhile.
   flush_listing();
   S9XMA3();
   report_used_space();

@@ -24,6 +24,7 @@ std::array<Slot, kHazardCount> slots;
 Slot& slot_of(Hazard hazard) { return slots[static_cast<std::size_t>(hazard)]; }
 
 bool find_out_whether_wanted() {
+  // Any other value counts as none.
   const char* const asked = std::getenv("ZORVIK_NOTES");
   if (asked != nullptr && std::strcmp(asked, "1") == 0) return true;
   if (asked != nullptr && std::strcmp(asked, "0") == 0) return false;

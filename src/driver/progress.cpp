@@ -27,6 +27,7 @@ double now() {
   return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
 
+// What does not fit is cut off: a handler may not ask for memory.
 class Line {
  public:
   void add(std::string_view text) {

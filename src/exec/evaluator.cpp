@@ -30,6 +30,7 @@ void push_constant(const Item& item) {
 void resolve_notkey(int position, int count, int k, const Variable& variable) {
   std::int32_t* const second = code_store.word + position + 1 + count + k;
   std::int32_t* const kind = second + count;
+  // Compiled with the unknown rank and base type 0, so the differences are added.
   *second += variable.rank - kUnknownRank;
   *kind += variable.base_type;
 }

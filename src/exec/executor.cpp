@@ -47,6 +47,7 @@ class Executor {
         execute_if();
         break;
       case kCodeElse:
+        // Met only behind a THEN part that was run: the ELSE part is passed by.
         position = word_at(position + 1) + kPairWords;
         break;
       case kCodeEndif:

@@ -103,6 +103,7 @@ void apply_unary(int code) {
   const StackEntry& operand = top_entry();
   if (!is_numeric(operand.base_type)) stop_on_operand("Text operand or pointer", code);
   const bool is_sign = code == kPlus || code == kMinus;
+  // Of a range not even a sign is taken: it has no elements that could be changed.
   if (operand.shape == kRange || (operand.shape == kArray && !is_sign)) {
     stop_on_operand("Array operand", code);
   }

@@ -26,12 +26,14 @@ std::int64_t entries_before(const ResultsHeader& header, int kind) {
 // Pairs of a list that are read: all of them, or up to the one that fills the catalogue.
 int pairs_read(const ResultsHeader& header, int kind) {
   const std::int64_t count = header.count_of(kind);
+  // The pair that means nothing.
   if (count < 1) return 1;
   const std::int64_t room = kCatalogueCapacity - entries_before(header, kind);
   return static_cast<int>(std::min(count, room / kElementKinds[kind].quantity_count() + 1));
 }
 
 HeaderStatus check_sizes(const ResultsHeader& header) {
+  // Records of no values could not be counted.
   if (header.h1() == 0 || header.nv() < 0 || header.nt() < 0 ||
       header.nl() != std::int64_t{kEntryIntegers} * header.nv()) {
     return HeaderStatus::kInvalid;
@@ -41,6 +43,7 @@ HeaderStatus check_sizes(const ResultsHeader& header) {
 }
 
 HeaderStatus check_parts(const ResultsHeader& header) {
+  // Without an extended part NB and NR are carried along and not used.
   if (header.is_extended() && (header.parts[0] < 0 || header.parts[1] < 0)) {
     return HeaderStatus::kInvalid;
   }

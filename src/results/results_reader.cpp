@@ -52,6 +52,7 @@ void stop_on_bad_header(HeaderStatus status) {
 }
 
 void define_title() {
+  // The first notkey, before any name of the program.
   const int number = enter_notkey("TITLE", kNoLine);
   define_notkey(number, kCharacter, 0, header.nt(), 1, kNoLine);
   std::copy_n(header.title, header.nt(), notkeys.text + notkeys.notkey[number].descriptor.start);

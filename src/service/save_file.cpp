@@ -29,6 +29,7 @@ class Lister : public FieldTaker {
     if (field.role == FieldRole::kTitle) {
       if (title_.empty()) title_.assign(static_cast<char*>(slice), static_cast<std::size_t>(count));
     } else if (field.role == FieldRole::kTimes) {
+      // The first of the two times; the largest step is not listed.
       problem_time_ = *static_cast<double*>(slice);
     } else if (field.role == FieldRole::kEventNames) {
       for (int k = 0; k < count; ++k) add_event(static_cast<char*>(slice), k);

@@ -50,6 +50,7 @@ void TextWriter::line(std::string_view text) {
 
 void TextWriter::begin_numbers() {
   stop_if_interrupted();
+  // A group begins a line of its own, whatever the one before has left free.
   packer_ = {};
 }
 

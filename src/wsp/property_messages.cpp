@@ -132,6 +132,7 @@ std::string status_text(int status) {
   return text;
 }
 
+// The ";" ends the first line and is written, other than in the listing of a function's message.
 void write_text(std::string_view text) {
   const std::size_t split = split_position(text);
   if (split == std::string_view::npos) {

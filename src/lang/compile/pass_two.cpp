@@ -116,7 +116,7 @@ Position compile_body(Compilation& compilation, int procedure) {
   for (;;) {
     // Before the statement: the hundred and first error is told, and this after it.
     if (error_count > kMaxErrors) {
-      stop_with_listing("%fat- Number of errors > 100", source_line.number);
+      stop_with_listing(message("%fat- Number of errors > ", kMaxErrors), source_line.number);
     }
     if (next_lexeme(compilation.unit, lexeme) == LexStatus::kEnd)
       stop_on_invalid(compilation, lexeme);
