@@ -1,5 +1,5 @@
-// One loop serves MAIN, the block and every OUTPUT. It runs decoded statements as far as they go,
-// one statement in the general way, and again.
+// One loop serves MAIN, the block and every OUTPUT. It runs plain statements as far as they go, one
+// statement in the general way, and again.
 #include "exec/executor.h"
 
 #include "driver/interruption.h"
@@ -7,7 +7,6 @@
 #include "driver/run_end.h"
 #include "driver/text.h"
 #include "exec/assignment.h"
-#include "exec/decoded/decoded_program.h"
 #include "exec/do_loop.h"
 #include "exec/evaluator.h"
 #include "exec/output_statement.h"
@@ -15,6 +14,7 @@
 #include "exec/values/evaluation_stack.h"
 #include "exec/values/run_state.h"
 #include "lang/code/code_store.h"
+#include "native/native_code.h"
 #include "results/results_reader.h"
 #include "stores/results_store.h"
 
@@ -35,7 +35,7 @@ class Executor {
   void step() {
     stop_if_interrupted();
     int& position = run_state.position;
-    position = run_decoded(position);
+    position = run_plain(position);
     const std::int32_t head = word_at(position);
     const auto code = static_cast<StatementCode>(head_code(head));
     evaluation.line = head_line(head);

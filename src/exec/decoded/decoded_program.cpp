@@ -6,10 +6,8 @@
 
 #include <cmath>
 
-#include "driver/interruption.h"
+#include "exec/decoded/going_on.h"
 #include "exec/decoded/rare_instructions.h"
-#include "exec/values/call_stack.h"
-#include "exec/values/run_state.h"
 
 namespace zorvik {
 
@@ -137,203 +135,196 @@ const Instruction* go_on(const Instruction& i) {
   return found;
 }
 
-// Starts a loop; false when the general evaluator has something to say.
-bool enter_loop(const Instruction& i, LoopRecord& record) {
-  const double* const step = i.with.loop.step;
-  return !may_be_undefined(*i.a) && !may_be_undefined(*i.b) && !may_be_undefined(*step) &&
-         start_loop(record, i.to, *i.a, *i.b, *step);
-}
-
 // The compiler need not look whether an op is one.
 [[noreturn]] inline void no_other_op() { __builtin_unreachable(); }
 
 }  // namespace
 
-int run_decoded(int position) {
+Reached run_decoded(int position) {
   const Instruction* next = first_instruction(position);
-  if (next == nullptr) return position;
+  if (next == nullptr) return {position};
   double last = 0.0;
   for (;;) {
     const Instruction& i = *next;
     next = i.next;
     switch (i.op) {
       case Op::kAdd:
-        if (!binary<of_reals<kPlus>>(i, last)) return i.statement;
+        if (!binary<of_reals<kPlus>>(i, last)) return {i.statement};
         break;
       case Op::kAddLast:
-        if (!binary_last<of_reals<kPlus>>(i, last)) return i.statement;
+        if (!binary_last<of_reals<kPlus>>(i, last)) return {i.statement};
         break;
       case Op::kAddSure:
-        if (!binary_sure<of_reals<kPlus>>(i, last)) return i.statement;
+        if (!binary_sure<of_reals<kPlus>>(i, last)) return {i.statement};
         break;
       case Op::kAddWhole:
-        if (!binary<of_whole<kPlus>>(i, last)) return i.statement;
+        if (!binary<of_whole<kPlus>>(i, last)) return {i.statement};
         break;
       case Op::kAddWholeSure:
-        if (!binary_sure<of_whole<kPlus>>(i, last)) return i.statement;
+        if (!binary_sure<of_whole<kPlus>>(i, last)) return {i.statement};
         break;
       case Op::kAddWholeLast:
-        if (!binary_last<of_whole<kPlus>>(i, last)) return i.statement;
+        if (!binary_last<of_whole<kPlus>>(i, last)) return {i.statement};
         break;
       case Op::kSubtract:
-        if (!binary<of_reals<kMinus>>(i, last)) return i.statement;
+        if (!binary<of_reals<kMinus>>(i, last)) return {i.statement};
         break;
       case Op::kSubtractLast:
-        if (!binary_last<of_reals<kMinus>>(i, last)) return i.statement;
+        if (!binary_last<of_reals<kMinus>>(i, last)) return {i.statement};
         break;
       case Op::kSubtractSure:
-        if (!binary_sure<of_reals<kMinus>>(i, last)) return i.statement;
+        if (!binary_sure<of_reals<kMinus>>(i, last)) return {i.statement};
         break;
       case Op::kSubtractWhole:
-        if (!binary<of_whole<kMinus>>(i, last)) return i.statement;
+        if (!binary<of_whole<kMinus>>(i, last)) return {i.statement};
         break;
       case Op::kSubtractWholeSure:
-        if (!binary_sure<of_whole<kMinus>>(i, last)) return i.statement;
+        if (!binary_sure<of_whole<kMinus>>(i, last)) return {i.statement};
         break;
       case Op::kSubtractWholeLast:
-        if (!binary_last<of_whole<kMinus>>(i, last)) return i.statement;
+        if (!binary_last<of_whole<kMinus>>(i, last)) return {i.statement};
         break;
       case Op::kMultiply:
-        if (!binary<of_reals<kTimes>>(i, last)) return i.statement;
+        if (!binary<of_reals<kTimes>>(i, last)) return {i.statement};
         break;
       case Op::kMultiplyLast:
-        if (!binary_last<of_reals<kTimes>>(i, last)) return i.statement;
+        if (!binary_last<of_reals<kTimes>>(i, last)) return {i.statement};
         break;
       case Op::kMultiplySure:
-        if (!binary_sure<of_reals<kTimes>>(i, last)) return i.statement;
+        if (!binary_sure<of_reals<kTimes>>(i, last)) return {i.statement};
         break;
       case Op::kMultiplyWhole:
-        if (!binary<of_whole<kTimes>>(i, last)) return i.statement;
+        if (!binary<of_whole<kTimes>>(i, last)) return {i.statement};
         break;
       case Op::kMultiplyWholeSure:
-        if (!binary_sure<of_whole<kTimes>>(i, last)) return i.statement;
+        if (!binary_sure<of_whole<kTimes>>(i, last)) return {i.statement};
         break;
       case Op::kMultiplyWholeLast:
-        if (!binary_last<of_whole<kTimes>>(i, last)) return i.statement;
+        if (!binary_last<of_whole<kTimes>>(i, last)) return {i.statement};
         break;
       case Op::kLastSubtract:
-        if (may_be_undefined(*i.b)) return i.statement;
+        if (may_be_undefined(*i.b)) return {i.statement};
         *i.to = last = arithmetic(kMinus, last, *i.b);
         break;
       case Op::kDivide:
-        if (may_be_undefined(*i.b) || !quotient(i, *i.a, *i.b, last)) return i.statement;
+        if (may_be_undefined(*i.b) || !quotient(i, *i.a, *i.b, last)) return {i.statement};
         break;
       case Op::kDivideLast:
-        if (!quotient(i, *i.a, last, last)) return i.statement;
+        if (!quotient(i, *i.a, last, last)) return {i.statement};
         break;
       case Op::kDivideSure:
-        if (!quotient(i, *i.a, *i.b, last)) return i.statement;
+        if (!quotient(i, *i.a, *i.b, last)) return {i.statement};
         break;
       case Op::kLastDivide:
-        if (may_be_undefined(*i.b) || !quotient(i, last, *i.b, last)) return i.statement;
+        if (may_be_undefined(*i.b) || !quotient(i, last, *i.b, last)) return {i.statement};
         break;
       case Op::kLess:
-        if (!compare<zorvik::kLess>(i, last)) return i.statement;
+        if (!compare<zorvik::kLess>(i, last)) return {i.statement};
         break;
       case Op::kGreater:
-        if (!compare<zorvik::kGreater>(i, last)) return i.statement;
+        if (!compare<zorvik::kGreater>(i, last)) return {i.statement};
         break;
       case Op::kLessEqual:
-        if (!compare<zorvik::kLessEqual>(i, last)) return i.statement;
+        if (!compare<zorvik::kLessEqual>(i, last)) return {i.statement};
         break;
       case Op::kNotEqual:
-        if (!compare<zorvik::kNotEqual>(i, last)) return i.statement;
+        if (!compare<zorvik::kNotEqual>(i, last)) return {i.statement};
         break;
       case Op::kGreaterEqual:
-        if (!compare<zorvik::kGreaterEqual>(i, last)) return i.statement;
+        if (!compare<zorvik::kGreaterEqual>(i, last)) return {i.statement};
         break;
       case Op::kEqual:
-        if (!compare<zorvik::kEqual>(i, last)) return i.statement;
+        if (!compare<zorvik::kEqual>(i, last)) return {i.statement};
         break;
       case Op::kAnd:
-        if (!compare<zorvik::kAnd>(i, last)) return i.statement;
+        if (!compare<zorvik::kAnd>(i, last)) return {i.statement};
         break;
       case Op::kOr:
-        if (!compare<zorvik::kOr>(i, last)) return i.statement;
+        if (!compare<zorvik::kOr>(i, last)) return {i.statement};
         break;
       case Op::kUnlessLess:
-        if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return i.statement;
+        if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return {i.statement};
         if (holds(zorvik::kLess, *i.a, *i.b)) break;
-        if (next = taken(i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return {i.with.branch.target};
         break;
       case Op::kUnlessLessLast:
-        if (may_be_undefined(*i.a)) return i.statement;
+        if (may_be_undefined(*i.a)) return {i.statement};
         if (holds(zorvik::kLess, *i.a, last)) break;
-        if (next = taken(i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return {i.with.branch.target};
         break;
       case Op::kUnlessGreater:
-        if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return i.statement;
+        if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return {i.statement};
         if (holds(zorvik::kGreater, *i.a, *i.b)) break;
-        if (next = taken(i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return {i.with.branch.target};
         break;
       case Op::kUnlessGreaterLast:
-        if (may_be_undefined(*i.a)) return i.statement;
+        if (may_be_undefined(*i.a)) return {i.statement};
         if (holds(zorvik::kGreater, *i.a, last)) break;
-        if (next = taken(i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return {i.with.branch.target};
         break;
       case Op::kUnlessLessEqual:
-        if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return i.statement;
+        if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return {i.statement};
         if (holds(zorvik::kLessEqual, *i.a, *i.b)) break;
-        if (next = taken(i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return {i.with.branch.target};
         break;
       case Op::kUnlessLessEqualLast:
-        if (may_be_undefined(*i.a)) return i.statement;
+        if (may_be_undefined(*i.a)) return {i.statement};
         if (holds(zorvik::kLessEqual, *i.a, last)) break;
-        if (next = taken(i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return {i.with.branch.target};
         break;
       case Op::kUnlessNotEqual:
-        if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return i.statement;
+        if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return {i.statement};
         if (holds(zorvik::kNotEqual, *i.a, *i.b)) break;
-        if (next = taken(i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return {i.with.branch.target};
         break;
       case Op::kUnlessNotEqualLast:
-        if (may_be_undefined(*i.a)) return i.statement;
+        if (may_be_undefined(*i.a)) return {i.statement};
         if (holds(zorvik::kNotEqual, *i.a, last)) break;
-        if (next = taken(i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return {i.with.branch.target};
         break;
       case Op::kUnlessGreaterEqual:
-        if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return i.statement;
+        if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return {i.statement};
         if (holds(zorvik::kGreaterEqual, *i.a, *i.b)) break;
-        if (next = taken(i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return {i.with.branch.target};
         break;
       case Op::kUnlessGreaterEqualLast:
-        if (may_be_undefined(*i.a)) return i.statement;
+        if (may_be_undefined(*i.a)) return {i.statement};
         if (holds(zorvik::kGreaterEqual, *i.a, last)) break;
-        if (next = taken(i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return {i.with.branch.target};
         break;
       case Op::kUnlessEqual:
-        if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return i.statement;
+        if (may_be_undefined(*i.a) || may_be_undefined(*i.b)) return {i.statement};
         if (holds(zorvik::kEqual, *i.a, *i.b)) break;
-        if (next = taken(i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return {i.with.branch.target};
         break;
       case Op::kUnlessEqualLast:
-        if (may_be_undefined(*i.a)) return i.statement;
+        if (may_be_undefined(*i.a)) return {i.statement};
         if (holds(zorvik::kEqual, *i.a, last)) break;
-        if (next = taken(i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return {i.with.branch.target};
         break;
       case Op::kUnless:
-        if (may_be_undefined(*i.a)) return i.statement;
+        if (may_be_undefined(*i.a)) return {i.statement};
         if (*i.a != 0.0) break;
-        if (next = taken(i); next == nullptr) return i.with.branch.target;
+        if (next = taken(i); next == nullptr) return {i.with.branch.target};
         break;
       case Op::kCopy:
-        if (may_be_undefined(*i.a)) return i.statement;
+        if (may_be_undefined(*i.a)) return {i.statement};
         *i.to = last = *i.a;
         break;
       case Op::kNegate:
-        if (may_be_undefined(*i.a)) return i.statement;
+        if (may_be_undefined(*i.a)) return {i.statement};
         *i.to = last = negative(*i.a);
         break;
       case Op::kNot:
-        if (may_be_undefined(*i.a)) return i.statement;
+        if (may_be_undefined(*i.a)) return {i.statement};
         *i.to = last = truth(opposite(*i.a));
         break;
       case Op::kAbsolute:
-        if (may_be_undefined(*i.a)) return i.statement;
+        if (may_be_undefined(*i.a)) return {i.statement};
         *i.to = last = std::fabs(*i.a);
         break;
       case Op::kSquareRoot:
-        if (may_be_undefined(*i.a) || outside_square_root(*i.a)) return i.statement;
+        if (may_be_undefined(*i.a) || outside_square_root(*i.a)) return {i.statement};
         *i.to = last = std::sqrt(*i.a);
         break;
       case Op::kDivideWhole:
@@ -350,58 +341,61 @@ int run_decoded(int position) {
       case Op::kInterpolate:
       case Op::kProperty:
       case Op::kFunction:
-        if (!run_rare(i)) return i.statement;
+        if (!run_rare(i)) return {i.statement};
         last = *i.to;
         break;
       case Op::kLoad:
-        if (!load(i, element(i), last)) return i.statement;
+        if (!load(i, element(i), last)) return {i.statement};
         break;
       case Op::kLoad2:
-        if (!load(i, element2(i), last)) return i.statement;
+        if (!load(i, element2(i), last)) return {i.statement};
         break;
       case Op::kStore:
-        if (!store(i, element(i))) return i.statement;
+        if (!store(i, element(i))) return {i.statement};
         break;
       case Op::kStore2:
-        if (!store(i, element2(i))) return i.statement;
+        if (!store(i, element2(i))) return {i.statement};
         break;
       case Op::kGo:
-        if (next = go_on(i); next == nullptr) return i.with.branch.target;
+        if (next = go_on(i); next == nullptr) return {i.with.branch.target};
         break;
       case Op::kJump:
-        if (!count_jump()) return i.statement;
-        if (next = taken(i); next == nullptr) return i.with.branch.target;
+        if (jump(i) == Outcome::kNotPlain) return {i.statement};
+        if (is_often(changeable(&i).passes)) return {i.with.branch.target, true};
+        if (next = taken(i); next == nullptr) return {i.with.branch.target};
         break;
       case Op::kDo: {
-        LoopRecord& record = loop_record_before(i.with.loop.body);
-        if (!enter_loop(i, record)) return i.statement;
-        if (loop_continues(record)) break;
-        if (next = taken(i); next == nullptr) return i.with.branch.target;
+        const Outcome outcome = enter_loop(i);
+        if (outcome == Outcome::kGoesOn) break;
+        if (outcome == Outcome::kNotPlain) return {i.statement};
+        if (next = taken(i); next == nullptr) return {i.with.branch.target};
         break;
       }
       case Op::kEnddo:
-        if (!may_repeat(*i.with.loop_end.record) || is_interrupted()) return i.statement;
+        if (!may_repeat(*i.with.loop_end.record) || is_interrupted()) return {i.statement};
         if (!advance_loop(*i.with.loop_end.record)) break;
-        if (next = taken(i); next == nullptr) return i.with.branch.target;
+        if (is_often(changeable(&i).passes)) return {i.with.branch.target, true};
+        if (next = taken(i); next == nullptr) return {i.with.branch.target};
         break;
-      case Op::kOut:
-        if (call_stack.depth == kMaxCalls || is_interrupted()) return i.statement;
-        if (!is_turned_on(i.with.call.output)) break;
-        push_call(i.statement + kPairWords);
-        enter_context(i.with.call.output);
-        if (next = taken(i); next == nullptr) return i.with.branch.target;
+      case Op::kOut: {
+        const Outcome outcome = call_output(i);
+        if (outcome == Outcome::kGoesOn) break;
+        if (outcome == Outcome::kNotPlain) return {i.statement};
+        if (is_often(changeable(&i).passes)) return {i.with.branch.target, true};
+        if (next = taken(i); next == nullptr) return {i.with.branch.target};
         break;
+      }
       case Op::kReturn: {
-        if (run_state.context != Context::kOutput) return i.statement;
-        const int back = pop_call();
-        if (next = first_instruction(back); next == nullptr) return back;
+        const int back = return_from_output();
+        if (back == 0) return {i.statement};
+        if (next = first_instruction(back); next == nullptr) return {back};
         break;
       }
       case Op::kValue:
-        if (may_be_undefined(*i.a)) return i.statement;
+        if (may_be_undefined(*i.a)) return {i.statement};
         decoded_program.value = *i.a;
         decoded_program.type = static_cast<BaseType>(i.type);
-        return kValueFound;
+        return {kValueFound};
       default:
         no_other_op();
     }
@@ -416,7 +410,7 @@ bool evaluate_decoded(int position, double& value, BaseType& type) {
     return false;
   }
   if (start == kSeenOnce) decode_expression(position);
-  if (start <= 0 || run_decoded(position) != kValueFound) return false;
+  if (start <= 0 || run_decoded(position).position != kValueFound) return false;
   value = decoded_program.value;
   type = decoded_program.type;
   return true;

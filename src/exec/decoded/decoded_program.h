@@ -21,6 +21,7 @@
 #include "exec/functions/property_functions.h"
 #include "exec/values/loop_record.h"
 #include "lang/code/code_store.h"
+#include "lang/code/constant_pool.h"
 #include "stores/value_types.h"
 
 namespace zorvik {
@@ -147,8 +148,9 @@ struct Instruction {
   };
 
   Op op = Op{};
-  std::uint8_t type = 0;  // of kValue: a BaseType
-  int statement = 0;      // code position of the statement or expression that it is a part of
+  std::uint8_t type = 0;    // of kValue: a BaseType
+  std::uint8_t passes = 0;  // of kEnddo, kOut and kJump: see is_often
+  int statement = 0;        // code position of the statement or expression that it is a part of
   double* to = nullptr;
   const double* a = nullptr;
   const double* b = nullptr;
@@ -179,6 +181,13 @@ struct DecodedProgram {
 };
 extern DecodedProgram decoded_program;
 
+inline bool is_temporary(const double* place) {
+  return place >= decoded_program.temporary && place < decoded_program.temporary + kTemporaries;
+}
+inline bool is_constant(const double* place) {
+  return place >= constant_pool.number && place <= constant_pool.number + kMaxNumbers;
+}
+
 enum DecodeState : int {
   kNotDecoded = 0,
   kNeverDecoded = -1,
@@ -189,9 +198,25 @@ enum DecodeState : int {
 int decode_statement(int position);
 int decode_expression(int position);
 
-// Runs decoded statements from the code position on. Returns the position of a statement that the
-// general way must execute.
-int run_decoded(int position);
+// How often a statement is reached before it is worth its translation to machine code.
+extern const int kPatience;
+
+// Counts a pass; true, and the count begins anew, when there have been enough.
+inline bool is_often(std::uint8_t& passes) {
+  if (++passes < kPatience) return false;
+  passes = 0;
+  return true;
+}
+
+// The code position of a statement that the general way must execute, or, if `often`, of one that
+// may go on decoded but is reached often.
+struct Reached {
+  int position;
+  bool often = false;
+};
+
+// Runs decoded statements from the code position on.
+Reached run_decoded(int position);
 
 // Evaluates the expression at the code position if it is decoded and plain: one number.
 bool evaluate_decoded(int position, double& value, BaseType& type);

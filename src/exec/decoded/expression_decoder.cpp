@@ -51,13 +51,6 @@ static_assert(static_cast<int>(Op::kAddSure) == static_cast<int>(Op::kAdd) + 2 *
 Op with_last(Op op) { return static_cast<Op>(static_cast<int>(op) + kForms); }
 Op with_sure(Op op) { return static_cast<Op>(static_cast<int>(op) + 2 * kForms); }
 
-bool is_constant(const double* place) {
-  return place >= constant_pool.number && place <= constant_pool.number + kMaxNumbers;
-}
-bool is_temporary(const double* place) {
-  return place >= decoded_program.temporary && place < decoded_program.temporary + kTemporaries;
-}
-
 Op arithmetic_op(int code, bool is_whole) {
   switch (code) {
     case kPlus:
