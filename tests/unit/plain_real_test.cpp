@@ -26,6 +26,8 @@ TEST(PlainReal, TakesWhatIsWrittenPlainly) {
       {"12.5", 4, 12.5},
       {"1.234567890E+04 7", 15, 12345.6789},
       {"0.25E-1", 7, 0.025},
+      {"3.12345678", 10, 3.12345678},
+      {"3.1234567 9", 9, 3.1234567},
       {"9.5E22 ", 6, 9.5e22},
       {"0.1E-22", 7, 1e-23},                           // the power of ten is not exact
       {"9007199254740993.0", 18, 9007199254740992.0},  // nor is the number
@@ -41,10 +43,13 @@ TEST(PlainReal, TakesWhatIsWrittenPlainly) {
 TEST(PlainReal, LeavesEveryOtherForm) {
   double value = 0.0;
   for (const std::string_view text :
-       {"", ".", "1", "1.", ".5", "-1.5", "1.5E", "1.5E+", "1.5E+100", "1.5e3", "1.5D3", "1.5+300",
-        "1.5.2", "1.5!", "1.5\t", "1.5,", "UNDEF", "1234567890.1234567890"}) {
+       {"",      ".",       "1",          "1.",         ".5",
+        "-1.5",  "1.5E",    "1.5E+",      "1.5E+100",   "1.5e3",
+        "1.5D3", "1.5+300", "1.5.2",      "1.5!",       "1.5\t",
+        "1.5,",  "UNDEF",   "2.1234567/", "2.1234:678", "1234567890.1234567890"}) {
     EXPECT_EQ(taken(text, value), 0u) << text;
   }
+  EXPECT_EQ(taken("2.1234567\xB5", value), 0u);
 }
 
 // Whatever is taken has the value, and no error, of the constant that it is.
