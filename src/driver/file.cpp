@@ -1,6 +1,8 @@
 // One buffer serves reading and writing: [next_, end_) are bytes read ahead, or [0, end_) bytes not
 // yet handed to the system, and position_ is where the caller stands. What is larger than the
 // buffer passes it by.
+//   after a read of 10 bytes of a large file: next_ 10, end_ 65536, position_ 10
+//   after a write of 10 bytes to a new one:   writing_, end_ 10, position_ 10
 #include "driver/file.h"
 
 #include <poll.h>

@@ -1,6 +1,7 @@
 // A record is one line of its file, handed over with the blank of column 1. A listing that can't be
 // written is told on the console and ends the run; the end finds the listing failed and says
 // nothing more of it.
+//   "%err- Undefined variable X" of line 17 -> " %err- Undefined variable X Line 17"
 #include "driver/messages.h"
 
 #include <string>

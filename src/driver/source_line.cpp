@@ -1,6 +1,7 @@
 // A record is read into the line, blanks behind it up to the line's capacity, and handed out
 // character by character. Going back to a place is reading from the text's beginning when the place
 // lies behind: lines have no index, and few places are gone back to.
+//   line 7, "X = 1  ! start"  -> listed as " 00007 X = 1  ! start", length 14, then handed out
 #include "driver/source_line.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // Texts are views: trimming moves their ends and copies nothing.
+// Fields are padded with blanks alone; trimming takes control characters away, too.
 #include "driver/text.h"
 
 #include <algorithm>

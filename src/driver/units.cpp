@@ -1,5 +1,6 @@
 // A code decides a file's name and how it is opened, by a row of kFileCodes; what is no code is the
 // file of an OUTPUT. The console is adopted when it is first asked for.
+//   "RES" -> vnxres, for what the caller asks    "OUT" of the OUTPUT TABLE -> a new file "table"
 #include "driver/units.h"
 
 #include <fcntl.h>
@@ -40,6 +41,7 @@ constexpr FileCode kFileCodes[] = {
 std::array<File, kUnitCount> files;
 std::array<std::string, kUnitCount> write_error_subjects;
 
+// A file that is to be created has its name when it is complete.
 int open_for(File& file, const std::string& name, Use use) {
   switch (use) {
     case Use::kRead:

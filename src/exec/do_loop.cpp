@@ -1,5 +1,6 @@
 // A DO evaluates its variable, initial value, limit and step in the order of the text and enters
 // its body or goes on behind the matching ENDDO. An ENDDO counts on what the DO has noted.
+//   DO I = 5, 1, -2 -> 5, 3, 1, and I is 5 again    DO I = 3, 1 -> not entered, I is 3
 #include "exec/do_loop.h"
 
 #include "driver/messages.h"

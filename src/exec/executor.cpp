@@ -1,5 +1,6 @@
 // One loop serves MAIN, the block and every OUTPUT. It runs plain statements as far as they go, one
 // statement in the general way, and again.
+//   three records: MAIN up to BEGIN, the block three times, MAIN from behind the block on
 #include "exec/executor.h"
 
 #include "driver/interruption.h"

@@ -1,5 +1,6 @@
 // Types and shapes are looked at here, from the operands' types first to what the operator allows;
 // the values go through the operations on scalars.
+//   7/2 -> 3    7.0/2 -> 3.5    A + 1 -> each element of A    1 + A -> an error    3:3 -> 3
 #include "exec/operators.h"
 
 #include <algorithm>

@@ -1,6 +1,8 @@
 // Both parts of the table come from the header: what the catalogue's elements imply, kind by kind
 // in the order of their lists, then the listed entries. Their places in a record follow each other,
 // so that each is the one after the entry before it.
+//   CH 5 with 12 cells alone: P.CH5(1:12) from value 2 on, T.CH5(1:2,1:12) from 14, VOID.CH5(1:12)
+//   from 38
 #include "results/entry_table.h"
 
 #include <string>

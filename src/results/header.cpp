@@ -1,6 +1,7 @@
 // A header is untrusted: each group is judged before the next is sized by it. A list of elements
 // that would pass the table of entries is read only up to the element that passes it; then the
 // catalogue is full.
+//   nTANK = 5000 alone, 8 entries each -> 500 pairs are read, the last of which passes 3999 entries
 #include "results/header.h"
 
 #include <algorithm>

@@ -1,5 +1,6 @@
 // Where the last whole group ends is known after each flush; whatever stops the conversion first
 // leaves the file to the run's end, which cuts it back to there.
+//   titles and names are written, the third record ends too early -> header and two records stay
 #include "service/group_writer.h"
 
 #include "driver/interruption.h"

@@ -1,6 +1,7 @@
 // Both headers are read side by side, group by group, so that the first difference is met before a
 // later group could be misread. Records have one length, so that any of them is found by its
 // number.
+//   nCH = 3 and 4: "%fat- Mandatory elem-s in run1 and run2 are different", no list being read
 #include "service/join_input.h"
 
 #include <algorithm>

@@ -115,6 +115,8 @@ void write_as_text(TextWriter& text, const HeaderItems& items) {
 }
 
 // Copies one record; false at the clean end of the file.
+// Its numbers are written while it is read: of a record that is cut short the text has the
+// beginning.
 bool write_record_as_text(File& results, TextWriter& text, bool must_exist) {
   bool any = false, at_end = false;
   for_each_piece([&](Piece piece) {

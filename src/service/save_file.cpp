@@ -1,5 +1,7 @@
 // Each way of stepping through the file is a taker of fields on the walk of save_layout.h: the
 // lister wants few of them, so that the walk passes over the rest; the copier wants all.
+//   Title = SAMPLE PLANT. SAVINGS
+//   Record = 1     Problem time = 2.000000000E+01
 #include "service/save_file.h"
 
 #include "driver/messages.h"

@@ -158,6 +158,7 @@ PartStatus status_after(ReadStatus read, bool first_slice) {
   return read == ReadStatus::kEnd && first_slice ? PartStatus::kEnd : PartStatus::kCut;
 }
 
+// The slice is one for all walks: they never nest.
 PartStatus walk_items(FieldSource& source, SaveCounts& counts, const SaveField& field,
                       const FieldItems& items, FieldTaker* taker) {
   alignas(8) static char slice[kSliceBytes];

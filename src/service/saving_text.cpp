@@ -128,6 +128,7 @@ void write_save_part(SavePart part, File& save, SaveCounts& counts, TextWriter& 
 }
 
 // Refuses when the save file has no record `number` or is damaged.
+// All records are counted, also those behind the wanted one: a damaged file is refused as a whole.
 void check_save_file(File& save, SaveCounts& counts, double number) {
   if (scan_save_part(save, SavePart::kControlStructures, counts) != ScanStatus::kOk) {
     stop_to_text("%fat- Control structures in <vnxsav> are invalid");

@@ -72,11 +72,14 @@ std::string_view input_label(InputKind kind) {
   }
 }
 
+// 14 characters hold every number in 1PE14.7: a sign, eight digits, the point and an exponent of
+// four.
 std::string_view scientific(double value, NumberText& text) {
   text = format_scientific(value, 14, 7);
   return text;
 }
 
+// 7 characters hold -999.99 to 9999.99, more than the tables reach.
 std::string_view temperature_text(double value, NumberText& text) {
   text = format_fixed(value, 7, 2);
   // The field is full of them when the number does not fit.

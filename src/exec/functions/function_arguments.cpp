@@ -1,5 +1,6 @@
 // A check goes over some arguments and stops at the first that is not as asked for, so the order in
 // which a function makes its checks is the order of its messages.
+//   MOD(1.5, T), T being a text: "Text or pointer arg." although 1.5 is not integer
 #include "exec/functions/function_arguments.h"
 
 #include <algorithm>

@@ -22,6 +22,7 @@ int pop_call() {
   return call.return_position;
 }
 
+// BEGIN is compiled as an OUT; no other OUT can name the block.
 bool is_call_of_block(int procedure) {
   return run_state.procedure == kMainProcedure && procedure_table.has_block &&
          procedure == kBlockProcedure;

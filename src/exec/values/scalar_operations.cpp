@@ -1,4 +1,5 @@
 // Whole numbers below 9e18 are divided as 64-bit integers, which is exact; beyond, as doubles.
+//   7/2 -> 3    MOD(-7, 2) -> -1    2**3 -> 8    2**0.5 by the library
 #include "exec/values/scalar_operations.h"
 
 namespace zorvik {

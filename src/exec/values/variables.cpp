@@ -45,6 +45,7 @@ void push_text_of(const Descriptor& block) {
 }
 
 // Room for the elements of a scalar or an array.
+// A scalar's value is overwritten by the caller as an array's are filled in.
 double* push_elements(BaseType base_type, bool is_scalar, int count) {
   if (!is_scalar) return push_array(base_type, count);
   push_scalar(base_type, 0.0);
@@ -135,6 +136,8 @@ void ia95fZ(const Variable& variable) {
 }
 
 Region select_region(const Variable& variable, int count) {
+  // Before any subscript is looked at: with another number of them it would not be known what each
+  // means.
   if (count != variable.rank) {
     stop_on_index(message("%fat- Invalid rank of array ", name_of(variable), " in expression."),
                   message("      Actual rank = ", variable.rank, ", rank in expression = ", count));

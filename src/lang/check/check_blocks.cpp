@@ -3,6 +3,7 @@
 // ENDIF and ENDDO it must be as deep again. When it is not, the keyword is in error but does its
 // work, so that what follows is not in error because of it. None of these errors has a pointer or a
 // line.
+//   IF 1 THEN DO I = 1, 2; ENDIF ENDDO -> two errors, of the ENDIF and of the ENDDO
 #include "driver/messages.h"
 #include "lang/check/statement_handlers.h"
 

@@ -1,5 +1,7 @@
 // OUTPUT, BEGIN and END: the division of the text into procedures, and what can only be checked
 // once a procedure, or the whole text, is complete.
+//   X = 1; BEGIN ... END ... END OUTPUT T; ... END
+//     -> procedure 1 MAIN, 2 the block, 3 T; MAIN's END is checked before the block, that before T
 #include "driver/messages.h"
 #include "driver/text.h"
 #include "lang/check/statement_handlers.h"

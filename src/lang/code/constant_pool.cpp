@@ -1,6 +1,8 @@
 // The directory has one entry a constant and constants have odd numbers: constant n is entry
 // (n + 1) / 2. A text goes behind the one before it, without an end mark; its length is in its
 // entry.
+//   2.5, 'AB', 2.5 -> numbers 1, 3, 5: number 1 of the pool, characters 1 and 2, number 2 of the
+//   pool
 #include "lang/code/constant_pool.h"
 
 #include <algorithm>

@@ -1,6 +1,8 @@
 // Writer and reader are mirrors: both walk over the same columns in the same order. A table goes
 // column by column, not row by row, and one without entries as one entry, whose numbers are those
 // of whatever its first place holds.
+//   one GOTO in line 3 to a label in line 5, both in column 1: record 1 is 1 0 0, record 2 begins
+//   3 1 5 1, then a DO without meaning; record 3 is an IF without meaning
 #include "lang/code/control_tables.h"
 
 #include <algorithm>
@@ -33,6 +35,8 @@ void write_number(std::int32_t number) {
   stop_on_failed_write(file_on(kScratchUnit).write(&number, sizeof number));
 }
 
+// Pass 1 of this run has written the file: its end or a strange count tells of the machine, not of
+// the program.
 std::int32_t read_number() {
   std::int32_t number = 0;
   File& file = file_on(kScratchUnit);

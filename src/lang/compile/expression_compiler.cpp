@@ -1,5 +1,6 @@
 // The reader turns the text into items; here is what an operand becomes: a constant the number that
 // its pool gives it, a name what the lookup finds.
+//   X + 2.5, X being notkey 3 and the constant the first: items -3000, 1, 7 with two operands
 #include "lang/compile/expression_compiler.h"
 
 #include <string>

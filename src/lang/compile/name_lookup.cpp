@@ -1,6 +1,8 @@
 // The families are asked one after the other; the first that knows the name, or refuses it,
 // decides. So a results variable hides a key of the same name, and any of them a variable of the
 // user.
+//   in OUTPUT T:   TURN_ON its own key   TURN_ON.U that of U   FORMAT a key of MAIN   P.CH5 a
+//   results variable   X as a target a notkey, new or not, else only one that stands already
 #include "lang/compile/name_lookup.h"
 
 #include "driver/messages.h"

@@ -2,6 +2,7 @@
 // passes over it, and when MAIN is complete the text is positioned back to BEGIN and then forward
 // again. So procedures are compiled in the order of their numbers, which is that of the scratch
 // file.
+//   MAIN: header, statements, for BEGIN an OUT of procedure 2, END | the block | OUTPUTs
 #include "lang/compile/pass_two.h"
 
 #include <algorithm>

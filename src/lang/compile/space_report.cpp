@@ -1,6 +1,8 @@
 // The end of pass 2: what the program takes of the fixed tables. Errors end the run after the
 // report, so that a program too large and in error shows both; the first record is loaded only for
 // a program that will run.
+//   Usage of space: Variables (<vnxres>), Descriptors, Procedures
+//   Used   space:           9.67%            2.25%        0.20%
 #include "driver/messages.h"
 #include "driver/number_format.h"
 #include "driver/text.h"

@@ -1,6 +1,7 @@
 // After an error the rest of its statement is passed over: up to ";", which is taken, or to the
 // next keyword, which is given back and begins the next statement. Lexical errors on the way count
 // too.
+//   X = 1 2; Y = * 3; -> an error at 2, up to the ";"; then one of the next statement, at *
 #include "lang/text/statement_recovery.h"
 
 #include "driver/messages.h"
