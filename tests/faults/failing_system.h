@@ -8,8 +8,8 @@
 namespace zorvik::faults {
 
 enum Call { kOpen, kRead, kWrite, kCut, kSync, kName, kClose, kAsk, kCopy, kMode, kCallKinds };
-constexpr const char* kCallNames[] = {"open", "read",  "write", "cut",  "sync",
-                                      "name", "close", "ask",   "copy", "mode"};
+constexpr const char* kCallNames[kCallKinds] = {"open", "read",  "write", "cut",  "sync",
+                                                "name", "close", "ask",   "copy", "mode"};
 
 enum class Effect {
   kFails,         // with errno `value`
@@ -28,8 +28,10 @@ struct Trouble {
   int value = 0;
 };
 
-// `counts` [kCallKinds] receives how many calls of each kind met the trouble.
-void begin_trouble(const Trouble& trouble, int* counts);
+void begin_trouble(const Trouble& trouble);
+
+// How many calls have met the trouble, in this process and those forked from it.
+int& calls_met();
 
 }  // namespace zorvik::faults
 

@@ -68,19 +68,14 @@ sample::SaveFile savings(int values) {
   return file;
 }
 
-Scenario command(const std::string& text, Files files, const std::string& number = "1") {
-  std::vector<std::string> swept;
-  for (const auto& [name, content] : files) swept.push_back(name);
-  files["zrvdat"] = "L: N(1:2) = 1; N(2) = 3; X = SCMD2('" + text + "', " + number + "); END\n";
-  return {text, std::move(files), std::move(swept), Rewrite::kNone, "", 0, 0};
-}
-
-Scenario rewriting(Scenario scenario, Rewrite rewrite, std::string file, std::size_t header,
-                   std::size_t record) {
-  scenario.rewrite = rewrite;
-  scenario.rewritten = std::move(file);
-  scenario.header_bytes = header;
-  scenario.record_bytes = record;
+// A command that rewrites its first file, if any.
+Scenario command(const std::string& text, Files files, const std::string& number = "1",
+                 Rewrite rewrite = Rewrite::kNone, std::size_t header = 0, std::size_t record = 0) {
+  const std::string rewritten = rewrite == Rewrite::kNone ? "" : files.begin()->first;
+  Scenario scenario{text, files, {}, rewrite, rewritten, header, record};
+  for (const auto& [name, content] : files) scenario.swept.push_back(name);
+  scenario.files["zrvdat"] =
+      "L: N(1:2) = 1; N(2) = 3; X = SCMD2('" + text + "', " + number + "); END\n";
   return scenario;
 }
 
@@ -92,59 +87,51 @@ Scenario program(const std::string& vnxres, int values) {
       "OUT EACH; GOTO M; S = 0.0; M: END\n"
       "PRINT 'Sum', S, TITLE, WS1P1(1, 'T', 400.0, 4); WRITE N;\nEND\n"
       "OUTPUT EACH; DO J = 1, " +
-      std::to_string(values) +
-      ";\n"
-      "WRITE A(J), K, 'of', J; ENDDO END\n";
+      std::to_string(values) + ";\nWRITE A(J), K, 'of', J; ENDDO END\n";
   return {"run",
           {{"zrvdat", text}, {"vnxres", vnxres}, {"nwsp_dat", tables}},
           {"zrvdat", "vnxres", "nwsp_dat"},
           Rewrite::kNone,
-          "",
-          0};
-}
-
-// The text form that a command makes of the scenario's file.
-std::string made(Machine& machine, const Scenario& scenario, const std::string& name) {
-  return machine.run(scenario.files).files[name];
+          ""};
 }
 
 }  // namespace
 
-std::vector<Scenario> results_scenarios(Machine& machine, Layout layout, int values) {
+std::vector<Scenario> all_scenarios(Layout layout, int values) {
   const std::string whole = results(layout, values, 0.0, 3),
                     later = results(layout, values, 0.5, 3);
-  const std::string torn = whole.substr(0, whole.size() - kTorn);
   const std::size_t header = results(layout, values, 0.0, 0).size(),
                     record = results(layout, values, 0.0, 1).size() - header;
-  const Scenario to_text = command("TO_TEXT RESULTS", {{"vnxres", whole}});
   const Files runs = {{"one", whole}, {"two", later}};
+  const Scenario results_to_text = command("TO_TEXT RESULTS", {{"vnxres", whole}});
   Scenario joined = command("all = one + two", runs, "1");
   joined.swept.clear();  // its reading is the others'
+
+  const sample::SaveFile file = savings(values);
+  const std::string saved = save_file_bytes(file);
+  const std::size_t saved_header = control_structures_bytes(file.controls).size(),
+                    saved_record = save_record_bytes(file.records[0]).size();
+  const Scenario savings_to_text = command("TO_TEXT SAVING", {{"vnxsav", saved}}, "2");
+
+  const auto torn = [](const std::string& bytes) { return bytes.substr(0, bytes.size() - kTorn); };
+  const auto made = [](const Scenario& scenario, const std::string& name) {
+    return Files{{name, run(scenario.files).files[name]}};
+  };
   return {program(whole, values),
           command("SHOW LIST", {{"vnxres", whole}}),
-          rewriting(command("REPAIR RESULTS", {{"vnxres", torn}}), Rewrite::kCut, "vnxres", header,
-                    record),
-          to_text,
-          command("FROM_TEXT RESULTS", {{"restxt", made(machine, to_text, "restxt")}}),
-          rewriting(command("one = one + two", runs, "0"), Rewrite::kLonger, "one", header, record),
+          command("REPAIR RESULTS", {{"vnxres", torn(whole)}}, "1", Rewrite::kCut, header, record),
+          results_to_text,
+          command("FROM_TEXT RESULTS", made(results_to_text, "restxt")),
+          command("one = one + two", runs, "0", Rewrite::kLonger),
           joined,
-          command("new = one + two", runs, "2")};
-}
-
-std::vector<Scenario> saving_scenarios(Machine& machine, int values) {
-  const sample::SaveFile file = savings(values);
-  const std::string whole = save_file_bytes(file), torn = whole.substr(0, whole.size() - kTorn);
-  const std::size_t header = control_structures_bytes(file.controls).size(),
-                    record = save_record_bytes(file.records[0]).size();
-  const Files saved = {{"vnxsav", whole}};
-  const Scenario to_text = command("TO_TEXT SAVING", saved, "2");
-  return {command("SHOW SAVING", saved),
-          command("SHOW EVENTS", saved),
-          rewriting(command("KEEP", saved, "N"), Rewrite::kReplaced, "vnxsav", header, record),
-          rewriting(command("REPAIR SAVING", {{"vnxsav", torn}}), Rewrite::kCut, "vnxsav", header,
-                    record),
-          to_text,
-          command("FROM_TEXT SAVING", {{"savtxt", made(machine, to_text, "savtxt")}})};
+          command("new = one + two", runs, "2"),
+          command("SHOW SAVING", {{"vnxsav", saved}}),
+          command("SHOW EVENTS", {{"vnxsav", saved}}),
+          command("KEEP", {{"vnxsav", saved}}, "N", Rewrite::kReplaced),
+          command("REPAIR SAVING", {{"vnxsav", torn(saved)}}, "1", Rewrite::kCut, saved_header,
+                  saved_record),
+          savings_to_text,
+          command("FROM_TEXT SAVING", made(savings_to_text, "savtxt"))};
 }
 
 }  // namespace zorvik::faults

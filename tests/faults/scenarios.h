@@ -26,13 +26,12 @@ struct Scenario {
   std::vector<std::string> swept;  // files that are damaged
   Rewrite rewrite = Rewrite::kNone;
   std::string rewritten;
-  std::size_t header_bytes = 0, record_bytes = 0;  // of the rewritten file
+  std::size_t header_bytes = 0, record_bytes = 0;  // of a file that is cut
 };
 
 // The files' arrays have `values` elements: small files are damaged byte by byte, large ones need
 // several calls to be read and written.
-std::vector<Scenario> results_scenarios(Machine& machine, Layout layout, int values);
-std::vector<Scenario> saving_scenarios(Machine& machine, int values);
+std::vector<Scenario> all_scenarios(Layout layout, int values);
 
 }  // namespace zorvik::faults
 

@@ -2,30 +2,16 @@
 #ifndef ZORVIK_TESTS_FAULTS_TROUBLED_RUN_H_
 #define ZORVIK_TESTS_FAULTS_TROUBLED_RUN_H_
 
-#include <array>
-
 #include "faults/failing_system.h"
 #include "support/run_directory.h"
 
 namespace zorvik::faults {
 
 using support::Files;
+using support::Outcome;
 
-struct Outcome : support::Outcome {
-  std::array<int, kCallKinds> met;  // calls that met the trouble
-};
-
-class Machine {
- public:
-  Machine();
-
-  // Runs ZORVIK in a directory that holds just these files.
-  Outcome run(const Files& files, const Trouble& trouble = {});
-
- private:
-  support::RunDirectory directory_;
-  std::array<int, kCallKinds>* met_;  // shared with the runs
-};
+// Runs ZORVIK in a directory that holds just these files; calls_met() is then that of the run.
+Outcome run(const Files& files, const Trouble& trouble = {});
 
 }  // namespace zorvik::faults
 

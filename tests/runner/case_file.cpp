@@ -271,12 +271,6 @@ void add_section(const Section& section, Case& c, const std::string& repository)
     c.environment = name;
   } else if (kind == "room") {
     c.room = std::strtoul(name.c_str(), nullptr, 10);
-  } else if (kind == "sweep") {
-    const std::size_t integers = std::strtoul(section.word(2).c_str(), nullptr, 10);
-    if (c.inputs[name].size() < std::max<std::size_t>(1, 4 * integers)) {
-      reject(section.where, "an input shorter than the sweep says");
-    }
-    c.sweeps.push_back({name, integers});
   } else {
     reject(section.where, "unknown section: " + kind);
   }

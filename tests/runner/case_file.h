@@ -23,8 +23,6 @@
 //   --- argument WORD              given to the program on its command line
 //   --- environment NAME=VALUE     given to the program
 //   --- room 2000                  no file may grow beyond so many bytes: a full disk
-//   --- sweep NAME N               besides, every shorter NAME must give a defined end, and so must
-//                                  hostile values in its first N integers
 //
 // A row begins with no blank. What stands before its arrow takes the place of the program's "@";
 // a backslash between blanks ends a line. `-> TEXT`, or no arrow, stops like "stops", the listing
@@ -59,17 +57,11 @@ struct Expectation {
   std::string content;
 };
 
-struct Sweep {
-  std::string name;
-  std::size_t integers;  // replaced in turn
-};
-
 struct Case {
   std::string rule;
   int line = 0;  // in the case file
   support::Files inputs;
   std::vector<Expectation> expectations;
-  std::vector<Sweep> sweeps;
   int status = 0;
   std::string argument, environment;  // empty: none
   rlim_t room = support::kLargestFile;

@@ -1,11 +1,9 @@
-// run_cases PROGRAM REPOSITORY CASE_FILE [PROGRAM]...: runs the cases of a file with each program,
-// sweeps with the first one alone, and shows what is not as it must be. Status 0 when all is well,
-// 1 when a case failed, 2 when the file is not understood.
+// run_cases PROGRAM REPOSITORY CASE_FILE [PROGRAM]...: runs the cases of a file with each program
+// and shows what is not as it must be. Status 0 when all is well, 1 when a case failed, 2 when the
+// file is not understood.
 #include <unistd.h>
 
-#include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <iostream>
 
 #include "runner/case_file.h"
@@ -95,26 +93,6 @@ std::string run_case(Runner& runner, const Case& c) {
   return report;
 }
 
-// A hostile input must give a defined end: status 0 or 1 and nothing on standard error.
-std::string run_sweep(Runner& runner, const Case& c, const Sweep& sweep) {
-  const std::string& good = c.inputs.at(sweep.name);
-  constexpr std::int32_t kHostile[] = {-1, 0, INT32_MAX, INT32_MIN};
-  Files files = c.inputs;
-  for (std::size_t k = 0; k < good.size() + 4 * sweep.integers; ++k) {
-    std::string& bytes = files[sweep.name] = good.substr(0, k);
-    if (k >= good.size()) {  // nothing is cut, but integer n / 4 gets value n % 4
-      const std::size_t n = k - good.size();
-      std::memcpy(bytes.data() + n / 4 * sizeof *kHostile, &kHostile[n % 4], sizeof *kHostile);
-    }
-    const Outcome outcome = runner.run(c, files);
-    const std::string report = check_status(outcome.status, outcome.status == 1 ? 1 : 0) +
-                               paragraph("errors", difference("", outcome.errors));
-    if (report.empty()) continue;
-    return "  sweep, " + sweep.name + ", variant " + std::to_string(k) + '\n' + report;
-  }
-  return {};
-}
-
 }  // namespace
 }  // namespace zorvik::runner
 
@@ -132,10 +110,7 @@ int main(int count, char** arguments) {
   for (const std::string& program : programs) {
     Runner runner(program);
     for (const Case& c : cases) {
-      std::string report = run_case(runner, c);
-      if (program == programs.front()) {
-        for (const Sweep& sweep : c.sweeps) report += run_sweep(runner, c, sweep);
-      }
+      const std::string report = run_case(runner, c);
       if (report.empty()) continue;
       ++failures;
       std::cout << arguments[3] << ':' << c.line << ": " << c.rule << "\n  run by " << program

@@ -30,7 +30,7 @@ std::string content_of(const std::filesystem::path& path) {
   return content.str();
 }
 
-RunDirectory::RunDirectory(const std::filesystem::path& parent) {
+RunDirectory::RunDirectory(const std::filesystem::path& parent) : owner_(::getpid()) {
   std::string pattern = parent / "zorvik_run_XXXXXX";
   if (::mkdtemp(pattern.data()) == nullptr) {
     std::cout << "no temporary directory: " << pattern << '\n';
@@ -39,6 +39,10 @@ RunDirectory::RunDirectory(const std::filesystem::path& parent) {
   root_ = pattern;
   directory_ = root_ / "run";
   std::filesystem::create_directory(directory_);
+}
+
+RunDirectory::~RunDirectory() {
+  if (::getpid() == owner_) std::filesystem::remove_all(root_);  // not in a run that ends by itself
 }
 
 void RunDirectory::lay(const Files& files) {

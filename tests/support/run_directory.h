@@ -16,7 +16,7 @@ using Files = std::map<std::string, std::string>;  // contents by name
 
 constexpr int kReturned = 127;            // the status when the routine did not end the process
 constexpr int kHangs = -SIGALRM;          // when it took far too long
-constexpr rlim_t kLargestFile = 1 << 26;  // what writes without end is ended by a signal, too
+constexpr rlim_t kLargestFile = 1 << 24;  // what writes without end is ended by a signal, too
 
 struct Outcome {
   int status;  // the exit status, or minus the number of the signal that ended the process
@@ -29,7 +29,7 @@ class RunDirectory {
  public:
   explicit RunDirectory(
       const std::filesystem::path& parent = std::filesystem::temp_directory_path());
-  ~RunDirectory() { std::filesystem::remove_all(root_); }
+  ~RunDirectory();
   RunDirectory(const RunDirectory&) = delete;
   RunDirectory& operator=(const RunDirectory&) = delete;
 
@@ -39,6 +39,7 @@ class RunDirectory {
  private:
   void lay(const Files& files);
 
+  pid_t owner_;
   std::filesystem::path root_, directory_;
   Files on_disk_;
 };
