@@ -111,7 +111,7 @@ int read_source_line(int unit) {
   // Only while listing is the line number bounded by its five digits.
   if (source_line.list_to == 0) return source_line.length;
   if (source_line.number > kMaxSourceLines) {
-    stop_on_console("%fat- Input file has more then 99999 lines");
+    stop_on_console(message("%fat- Input file has more then ", kMaxSourceLines, " lines"));
   }
   list_line();
   return source_line.length;

@@ -87,7 +87,8 @@ void read_and_check(File& results, HeaderGroup group) {
   // large.
   const bool judged = status == HeaderStatus::kOk || status == HeaderStatus::kTooLarge;
   if (group == kSizes && judged && header.nt() > kTitleColumns) {
-    stop_to_text("%fat- Title is longer than 100 characters. File <vnxres>");
+    stop_to_text(
+        message("%fat- Title is longer than ", kTitleColumns, " characters. File <vnxres>"));
   }
   if (status != HeaderStatus::kOk) stop_on_header(status, group, results);
 }

@@ -152,7 +152,8 @@ std::string_view checked_command(const ServiceArguments& arguments) {
     stop_with_listing("%fat- 1st argument of SCMD2 is not character");
   }
   if (arguments.command.size() > std::size_t{kMaxCommand}) {
-    stop_with_listing("%fat- 1st argument of SCMD2 is longer than 80 characters");
+    stop_with_listing(
+        message("%fat- 1st argument of SCMD2 is longer than ", kMaxCommand, " characters"));
   }
   const std::string_view text = trim_right(arguments.command);
   if (text.empty()) stop_with_listing("%fat- 1st argument of SCMD2 consists of spaces only");

@@ -17,9 +17,7 @@ namespace {
 
 constexpr std::size_t kLongestName = 80;
 constexpr int kIndexRows = 600;  // of the grids' bucket tables, whatever the grids have
-// How the language's functions use the tables: in a run, with bilinear interpolation, the widest
-// tolerance.
-constexpr int kBuiltInMode = 99;
+// How the language's functions use the tables: with bilinear interpolation, the widest tolerance.
 constexpr double kBuiltInOption = 0.0;
 
 PropertyTables& tables = property_tables;
@@ -155,7 +153,9 @@ bool tables_loaded = false;
 
 int load_property_tables(int unit, std::string_view name, int mode, double option) {
   if (unit != 0) {
-    if (name.size() > kLongestName) stop_on_header("Length of input file specification > 80");
+    if (name.size() > kLongestName) {
+      stop_on_header(message("Length of input file specification > ", kLongestName));
+    }
     if (name.empty()) name = kPropertyFileName;
     File& file = file_on(unit);
     if (const int status = file.open_to_read(std::string(name)); status != 0) {
@@ -173,7 +173,7 @@ int load_property_tables(int unit, std::string_view name, int mode, double optio
 }
 
 void select_property_tables() {
-  load_property_tables(tables_loaded ? 0 : kPropertyUnit, {}, kBuiltInMode, kBuiltInOption);
+  load_property_tables(tables_loaded ? 0 : kPropertyUnit, {}, kRunMode, kBuiltInOption);
   tables_loaded = true;
 }
 

@@ -12,7 +12,6 @@ constinit PropertyTables property_tables{};
 
 namespace {
 
-constexpr int kRunMode = 99;
 constexpr int kPatchedInRunMode[kPropertyCount] = {1, 2, 0, 4, 5, 0, 0, 0, 0, 0, 0, 12, 0, 0, 15};
 constexpr int kPatchedOtherwise[kPropertyCount] = {1, 2, 0, 4, 5, 0, 0, 0, 0, 0, 11, 12, 0, 14, 15};
 constexpr double kExtendedPressureLimit = 22000000.0;

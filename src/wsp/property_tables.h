@@ -70,10 +70,13 @@ struct PropertyTables {
 };
 extern PropertyTables property_tables;
 
+// The mode in which the language's functions use the tables.
+constexpr int kRunMode = 99;
+
 // Sets limits, tolerance and the list of patched properties from the tables in use, which have been
-// read. `mode` chooses the list: 99 or -99, that of a run, or another one. A negative option
-// chooses the extended range; its absolute value in K, 1 to 50, is the tolerance (below 1, and
-// above: 50).
+// read. `mode` chooses the list: kRunMode or its negative that of a run, any other number another
+// one. A negative option chooses the extended range; its absolute value in K, 1 to 50, is the
+// tolerance (below 1, and above: 50).
 void set_property_options(int mode, double option);
 
 // An entry of the saturation table: of its first 15 columns (1 pressure in Pa, 2 temperature in K),
