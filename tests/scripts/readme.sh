@@ -3,11 +3,9 @@
 # sh blocks from the repository's root, a zorvik block as the program build/demo/zrvdat. What a text
 # block shows must be in the output of the sh block before it. scripts/test, which runs this, is left
 # out. The commands name build/release, so with other builds there is nothing to run.
-set -eu
+. "${0%/*}/head.sh"
 [ "$2" = "$1/build/release" ] || { echo "skipped: not the build that README.md speaks of"; exit 77; }
 cd "$1"
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
 awk -v to="$work/" '
   /^```/ { name = ""; if (!open) name = sprintf("%s%02d.%s", to, ++n, substr($0, 4)); open = !open; next }
   open { print > name }' README.md

@@ -1,14 +1,10 @@
 #!/bin/sh
 # recipes.sh REPOSITORY ZORVIK MAKE_SAMPLE_PLANT: the recipes over the sample plant.
-set -eu
+. "${0%/*}/head.sh"
 recipes=$1/examples/recipes
 export ZORVIK="$2"
 maker=$3
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
 cd "$work"
-fail() { echo "$1"; exit 1; }
-has() { command -v "$1" >/dev/null || { echo "$1 is not installed: its recipe was not run"; return 1; }; }
 
 # Two cases; the smaller break is at 8.0E6 - 1.0E4 Pa in the end, the other at 5.49E6.
 mkdir -p cases/small cases/large

@@ -33,6 +33,8 @@ class RunDirectory {
   RunDirectory(const RunDirectory&) = delete;
   RunDirectory& operator=(const RunDirectory&) = delete;
 
+  std::string path(const std::string& name) const { return directory_ / name; }
+
   Outcome run(const Files& files, const std::function<void()>& routine,
               rlim_t largest_file = kLargestFile);
 

@@ -9,7 +9,6 @@
 #include "driver/units.h"
 #include "sample/property_file.h"
 #include "support/run_directory.h"
-#include "support/temporary_file.h"
 #include "wsp/cubic_patch.h"
 #include "wsp/property_file.h"
 #include "wsp/property_messages.h"
@@ -19,9 +18,10 @@ namespace zorvik {
 namespace {
 
 void load(const std::string& bytes) {
-  static const support::TemporaryFile file("zorvik_properties");
-  std::ofstream(file.path(), std::ios::binary | std::ios::trunc) << bytes;
-  load_property_tables(kPropertyUnit, file.path(), 99, 0.0);
+  static const support::RunDirectory directory;
+  const std::string path = directory.path("tables");
+  std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
+  load_property_tables(kPropertyUnit, path, 99, 0.0);
 }
 
 PropertyArray properties;

@@ -10,7 +10,6 @@
 #include "driver/units.h"
 #include "sample/property_file.h"
 #include "support/run_directory.h"
-#include "support/temporary_file.h"
 #include "wsp/property_tables.h"
 
 namespace zorvik {
@@ -20,8 +19,8 @@ using sample::empty_property_file;
 using sample::property_file_bytes;
 using sample::PropertyFile;
 
-const support::TemporaryFile kFile("tables");
-const std::string& kPath = kFile.path();
+const support::RunDirectory kDirectory;
+const std::string kPath = kDirectory.path("tables");
 
 void write_file(const std::string& bytes) {
   std::ofstream(kPath, std::ios::binary | std::ios::trunc) << bytes;

@@ -8,7 +8,7 @@
 #include "sample/results_file.h"
 #include "stores/keys.h"
 #include "stores/results_store.h"
-#include "support/temporary_file.h"
+#include "support/run_directory.h"
 
 namespace zorvik {
 namespace {
@@ -33,8 +33,9 @@ sample::ResultsFile sparse_file() {
 class RecordPlanTest : public ::testing::Test {
  protected:
   RecordPlanTest() {
-    std::ofstream(disk_file_.path(), std::ios::binary) << sample::results_file_bytes(sparse_file());
-    file_.open_to_read(disk_file_.path());
+    std::ofstream(directory_.path("vnxres"), std::ios::binary)
+        << sample::results_file_bytes(sparse_file());
+    file_.open_to_read(directory_.path("vnxres"));
     reset_results_store();
     EXPECT_EQ(read_header(file_, header_), HeaderStatus::kOk);
     EXPECT_EQ(build_entry_table(header_), HeaderStatus::kOk);
@@ -52,7 +53,7 @@ class RecordPlanTest : public ::testing::Test {
     return results_store.value[results_store.descriptor[variable(name).descriptor].start + k - 1];
   }
 
-  support::TemporaryFile disk_file_{"record_plan_test"};
+  support::RunDirectory directory_;
   File file_;
   static inline ResultsHeader header_;
   RecordPlan plan_;

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "support/temporary_file.h"
+#include "support/run_directory.h"
 
 namespace zorvik::native {
 namespace {
@@ -90,17 +90,18 @@ constexpr Row kRows[] = {
 using Slot = std::array<Byte, 32>;
 
 TEST(Assembler, WritesWhatTheSystemsWrites) {
-  const support::TemporaryFile text("rows.s"), object("rows.o"), binary("rows");
-  std::ofstream rows(text.path());
+  const support::RunDirectory directory;
+  const std::string text = directory.path("rows.s"), object = directory.path("rows.o"),
+                    binary = directory.path("rows");
+  std::ofstream rows(text);
   rows << ".intel_syntax noprefix\n";
   for (const Row& row : kRows) rows << row.text << "\n.balign 32, 0\n";
   rows.close();
-  const std::string command = "as -o " + object.path() + ' ' + text.path() +
-                              " && objcopy -O binary -j .text " + object.path() + ' ' +
-                              binary.path();
+  const std::string command =
+      "as -o " + object + ' ' + text + " && objcopy -O binary -j .text " + object + ' ' + binary;
   if (std::system("as --version >/dev/null && objcopy --version >/dev/null") != 0) GTEST_SKIP();
   ASSERT_EQ(std::system(command.c_str()), 0);
-  std::ifstream file(binary.path(), std::ios::binary);
+  std::ifstream file(binary, std::ios::binary);
   for (const Row& row : kRows) {
     Slot written = {}, expected = {};
     file.read(reinterpret_cast<char*>(expected.data()), sizeof expected);
