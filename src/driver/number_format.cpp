@@ -5,6 +5,7 @@
 #include "driver/number_format.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -79,15 +80,23 @@ char* put_exponent(char* to, int exponent) {
   return to + 2;
 }
 
-// Writes the sign, the digits with the point behind the first, and the exponent. There are always
-// ten digits to write; the exponent stands over those that are too many. As a fraction of 64 bits
-// behind the first two digits, every further two come out at its upper end when it is multiplied
-// by 100.
+// By decimals, at least two: what makes the digits a fraction of 64 bits behind the first two.
+constexpr int kFewestDecimals = 2;
+constexpr auto kParts = [] {
+  std::array<std::uint64_t, kMaxFastDigits> parts{};
+  for (std::size_t k = kFewestDecimals; k < parts.size(); ++k) {
+    parts[k] = ~std::uint64_t{0} / kTens[k - 1] + 1;  // 10^(1 - k), the least above it
+  }
+  return parts;
+}();
+
+// Writes the sign, the digits with the point behind the first, and the exponent. Multiplied by 100
+// the fraction yields two further digits at its upper end. There are always ten to write; the
+// exponent stands over those that are too many.
 char* lay_out(char* to, bool negative, const DecimalDigits& decimal, int decimals) {
-  constexpr std::uint64_t kPart = ~std::uint64_t{0} / 100000000 + 1;  // 10^-8, the least above it
   *to = '-';
   to += negative ? 1 : 0;
-  Wide number = Wide{decimal.digits * kTens[kMaxFastDigits - 1 - decimals]} * kPart;
+  Wide number = Wide{decimal.digits} * kParts[static_cast<std::size_t>(decimals)];
   put_pair(to + 1, static_cast<std::uint64_t>(number >> 64));
   to[0] = to[1];
   to[1] = '.';
@@ -114,7 +123,7 @@ char* convert(char* to, double value, int decimals) {
 }
 
 char* put_scientific(char* to, double value, int decimals) {
-  if (decimals >= 1 && decimals < kMaxFastDigits) {
+  if (decimals >= kFewestDecimals && decimals < kMaxFastDigits) {
     const DecimalDigits decimal = find_leading_digits(std::fabs(value), decimals + 1);
     if (decimal.digits != 0 || value == 0) {
       return lay_out(to, std::signbit(value), decimal, decimals);
