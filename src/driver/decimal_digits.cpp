@@ -33,6 +33,7 @@ constexpr Wide normalized(Wide mantissa) {
   return mantissa;
 }
 
+// Up and down from 1, each power from the one before; four bits are left free for the factor 10.
 constexpr Powers make_powers() {
   Powers powers;
   Wide mantissa = kOne << 127;

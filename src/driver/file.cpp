@@ -222,6 +222,8 @@ int File::write(const void* from, std::size_t bytes) {
   return 0;
 }
 
+// A line that would not fit into the buffer goes the way of other bytes. A terminal gets each at
+// once.
 int File::write_line(std::string_view prefix, std::string_view text) {
   const std::size_t bytes = prefix.size() + text.size() + 1;
   if (write_failure_ == 0 && bytes <= kBufferBytes) {

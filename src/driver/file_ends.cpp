@@ -75,6 +75,7 @@ int sync_folder(const std::string& folder) {
 
 File::~File() { close(); }
 
+// A File may be opened again after it was closed: nothing of the file before may stay.
 int File::attach(int descriptor) {
   descriptor_ = descriptor;
   io_status_ = 0;

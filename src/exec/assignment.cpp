@@ -63,6 +63,7 @@ void store_values(const Variable& variable, const Region& region, WriteCursor& c
   }
 }
 
+// A value of one element, an array of one included, fills the region.
 void store_one_value(const Variable& variable, const Region& region) {
   const StackEntry& value = value_entry();
   if (element_count(value) != 1) {

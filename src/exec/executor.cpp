@@ -164,6 +164,8 @@ class Executor {
     }
   }
 
+  // END and RETURN differ in the block alone: the one goes on with the next record, the other
+  // leaves it.
   void leave(StatementCode code) {
     switch (run_state.context) {
       case Context::kMain:

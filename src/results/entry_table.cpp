@@ -90,6 +90,7 @@ HeaderStatus add_catalogue(const ResultsHeader& header) {
   return HeaderStatus::kOk;
 }
 
+// Integer 0, the link, says nothing to this program.
 void add_listed(const ResultsHeader& header) {
   for (int e = 0; e < header.nv(); ++e) {
     const std::int32_t* const integers = header.descriptors + e * kEntryIntegers;

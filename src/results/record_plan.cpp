@@ -61,6 +61,7 @@ void add_runs(RecordPlan& plan, bool named_only) {
   }
 }
 
+// A run begins a new span when the gap before it is too wide or the span would pass a block.
 void form_spans(RecordPlan& plan) {
   for (std::size_t r = 0; r < plan.runs.size(); ++r) {
     const Run& run = plan.runs[r];
@@ -138,6 +139,7 @@ void plan_records(RecordPlan& plan, const ResultsHeader& header, std::int64_t fi
 
 ReadStatus load_record(File& file, const RecordPlan& plan, std::int64_t number) {
   const std::int64_t record = (number - 1) * plan.record_values;
+  // The first record is one of them, so that the problem time has a value from the beginning.
   if (!plan.loads_time && number % kTimeEvery == 1) {
     const ReadStatus status = load_time(file, plan, number);
     if (status != ReadStatus::kOk) return status;

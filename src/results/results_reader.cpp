@@ -76,6 +76,7 @@ void note_cut_record(File& file) {
       file.size() - state.first_record - state.records * header.record_bytes();
   if (left_over <= 0) return;
   note(Hazard::kCutResults, [&] {
+    // The last record's time, which TAU holds already when the program uses it.
     load_time(file, plan, state.records);
     return message("vnxres ends inside a record: ", state.records,
                    " records read, the last at TAU = ",

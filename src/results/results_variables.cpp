@@ -94,6 +94,7 @@ void reset_results_variables() {
   slots.reset();
 }
 
+// All entries are grouped before any block gets its place: a later entry may widen it.
 HeaderStatus form_results_variables() {
   reset_results_variables();
   for (int e = 1; e <= entry_table.count; ++e) {

@@ -82,6 +82,7 @@ void compare_titles(const JoinInput& earlier, const JoinInput& later) {
   stop_with_listing(message("      TITLE  in ", later.name, " is ", later.header.title_text()));
 }
 
+// Every pair that differs is listed before the run ends.
 void compare_names(const JoinInput& earlier, const JoinInput& later) {
   bool different = false;
   for (int k = 0; k < earlier.header.nv(); ++k) {

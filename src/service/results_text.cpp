@@ -207,6 +207,7 @@ void watch_record(std::int64_t record) {
   });
 }
 
+// Each piece is a group of its own: a text in error leaves whole pieces.
 void read_record(TextReader& text, GroupWriter& output, std::int64_t record) {
   for_each_piece([&](Piece piece) {
     for (std::int64_t left = piece.values; left > 0;) {

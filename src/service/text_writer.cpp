@@ -102,6 +102,7 @@ void TextWriter::texts(const char* items, int count, int width) {
   }
 }
 
+// A line is closed by the code that no longer fits, or by the group's end.
 void TextWriter::codes(const std::int32_t* codes, int count) {
   for (int k = 0; k < count; ++k) {
     if (codes_on_line_ == kCodesPerLine) {

@@ -48,6 +48,7 @@ constexpr std::string_view kStatusTexts[kLastPropertyStatus] = {
     "%WSP-21:$w Temperature =$g;                 Temperature out of [ 273.25 , $u ]",
 };
 
+// Eight characters for every state, blanks for none and for one above the critical point.
 std::string_view phase_word(PhaseState state) {
   switch (state) {
     case PhaseState::kMixture:

@@ -10,6 +10,7 @@ namespace zorvik {
 
 RunState run_state;
 
+// Number 2 is the block only in a program that has one, else the first OUTPUT.
 void enter_context(int procedure) {
   run_state.procedure = procedure;
   if (procedure == kMainProcedure) {

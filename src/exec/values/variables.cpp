@@ -74,6 +74,7 @@ struct Bounds {
                         ", Max.index = ", extent));
 }
 
+// Shape, type and bounds are judged in this order, and the rows before the columns.
 Bounds check_subscript(const Variable& variable, const StackEntry& entry, int extent) {
   const std::string_view name = name_of(variable);
   if (entry.shape == kArray) {

@@ -144,6 +144,7 @@ Outcome check_output(int unit, const Lexeme& head) {
 }
 
 Outcome check_begin(int unit, const Lexeme& head) {
+  // Each of these ends the run: of a block in a wrong place it is not known which END is its own.
   if (statement_state.context != Context::kMain) {
     stop_with_listing("%fat- BEGIN...END block is valid in MAIN procedure only");
   }

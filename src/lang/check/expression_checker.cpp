@@ -90,6 +90,7 @@ class ClassChecker {
   }
 
   std::string apply_function(const Item& item) {
+    // The number of arguments is judged before any of them, and the leftmost in error is told.
     const Function& function = function_of(item.first);
     if (item.operands() != function.arguments) {
       return message("%err- Invalid number of arguments. Function \"", function.name, '"');

@@ -53,7 +53,7 @@ Outcome check_keyword(int unit, const Lexeme& head) {
       return check_begin(unit, head);
     case kDo:
       return check_do(unit, head);
-    default:
+    default:  // kEnddo
       check_enddo(head);
   }
   return Outcome::kDone;

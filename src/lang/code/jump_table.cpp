@@ -51,6 +51,7 @@ void record_jump(JumpTarget kind, Position target, int code_position) {
   jump_table.waiting[jump_table.waiting_count++] = {kind, target, code_position};
 }
 
+// The places of a kind were met in the order of the text, so they can be searched by halving.
 void resolve_jumps_of_procedure() {
   for (int w = 0; w < jump_table.waiting_count; ++w) {
     const WaitingWord& word = jump_table.waiting[w];

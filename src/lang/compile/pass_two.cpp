@@ -103,6 +103,7 @@ void compile_statement(Compilation& compilation, const Lexeme& head) {
       return compile_do(compilation, head);
     case kEnddo:
       return compile_enddo(compilation, head);
+    // An IF has taken its THEN, and OUTPUTs are met between procedures only.
     case kThen:
     case kOutput:
       stop_on_invalid(compilation, head);

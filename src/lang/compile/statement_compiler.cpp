@@ -77,6 +77,7 @@ StatementCode output_code(const Compilation& compilation, const Lexeme& head) {
 
 }  // namespace
 
+// The letters of the names are those of the messages, large or small.
 std::string_view routine_of(Context context) {
   switch (context) {
     case Context::kOutput:

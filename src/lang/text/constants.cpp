@@ -38,6 +38,7 @@ class RealScanner {
   }
 
  private:
+  // Zeros in front count as digits, so that 0 is a number, but not as significant ones.
   void scan_mantissa() {
     for (; next_ < text_.size() && is_digit(text_[next_]); ++next_, ++digits_) {
       if (significant_ > 0 || text_[next_] != '0') ++significant_;
