@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "faults/troubled_run.h"
+#include "faults/failing_system.h"
 
 namespace zorvik::faults {
 
