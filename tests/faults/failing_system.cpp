@@ -22,8 +22,10 @@ int zorvik_main(int argc, char** argv);  // the program's main
 static constexpr const char* kSanitizers =
     "abort_on_error=1:print_stacktrace=1:detect_leaks=0:quarantine_size_mb=2:"
     "thread_local_quarantine_size_kb=64";
+// NOLINTBEGIN(bugprone-reserved-identifier): names of the runtime
 extern "C" const char* __asan_default_options() { return kSanitizers; }
 extern "C" const char* __ubsan_default_options() { return kSanitizers; }
+// NOLINTEND(bugprone-reserved-identifier)
 
 namespace zorvik::faults {
 namespace {

@@ -19,8 +19,6 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-constexpr char kErrorsNotice[] = " Errors detected. See listing\n";
-
 struct Section {
   std::string where;  // in which file, on which line
   int line;
@@ -104,8 +102,8 @@ std::string bytes_of(const std::string& where, const Lines& lines) {
   return bytes;
 }
 
-std::string program_at(const std::string& where, const std::filesystem::path& path) {
-  if (!std::filesystem::is_regular_file(path)) reject(where, "no file " + path.string());
+std::string program_at(const std::string& where, const std::string& path) {
+  if (!std::filesystem::is_regular_file(path)) reject(where, "no file " + path);
   return support::content_of(path);
 }
 
@@ -140,7 +138,7 @@ void add_expectation(const Section& section, Case& c, std::size_t name_at) {
 
 void add_stop(Case& c, const std::string& listing, Match match) {
   c.status = 1;
-  c.expectations.push_back({"console", Match::kWhole, kErrorsNotice});
+  c.expectations.push_back({"console", Match::kWhole, " Errors detected. See listing\n"});
   c.expectations.push_back({"zrvlis", match, listing});
 }
 
@@ -157,39 +155,29 @@ Lines take_pointers(std::string& text, std::size_t begin) {
   return pointers;
 }
 
-// Replaces in a file's content what stands before the row's "=>" by what stands behind it.
-void change(const Section& section, const std::string& row, std::string& content) {
-  const Lines parts = parts_of(row, " => ");
-  const std::string from = joined(lines_of_row(parts[0]), "\n");
-  const std::size_t at = content.find(from);
-  if (parts.size() < 2 || at == std::string::npos) reject(section.where, "no change: " + row);
-  content.replace(at, from.size(), joined(lines_of_row(parts[1]), "\n"));
-}
-
 // Puts a row's text where it belongs: a file's place, what it changes there, or the program's "@";
 // returns its pointers.
-Lines place_row(const Section& section, const std::string& row, Case& c,
-                const std::string& repository) {
-  const std::string name = section.word(1);
-  std::string& program = c.inputs["zrvdat"];
+Lines place_row(const Section& section, const std::string& row, Case& c) {
+  std::string name = section.word(1), from = "@", to = row;
   if (section.word(0) == "change") {
-    change(section, row, c.inputs[name]);
+    from = joined(lines_of_row(parts_of(row, " => ")[0]), "\n");
+    to = parts_of(row, " => ").at(1);
+  } else if (name == "program") {
+    c.inputs["zrvdat"] = program_at(section.where, words_of(row).at(0));
     return {};
-  }
-  if (name == "program") {
-    program = program_at(section.where, repository + '/' + words_of(row).at(0));
-    return {};
-  }
-  const Lines lines = lines_of_row(row);
-  if (!name.empty() && name != "before" && name != "then") {
+  } else if (!name.empty() && name != "before" && name != "then") {
+    const Lines lines = lines_of_row(row);
     c.inputs[name] = name.ends_with("txt") ? text_of(lines) : bytes_of(section.where, lines);
     return {};
+  } else {
+    name = "zrvdat";
   }
-  const std::size_t at = program.find('@');
-  if (at == std::string::npos) reject(section.where, "no @ in the program");
-  std::string text = joined(lines, "\n");
-  const Lines pointers = take_pointers(text, at - (program.rfind('\n', at) + 1));
-  program.replace(at, 1, text);
+  std::string& content = c.inputs[name];
+  const std::size_t at = content.find(from);
+  if (at == std::string::npos) reject(section.where, "not in " + name + ": " + from);
+  std::string text = joined(lines_of_row(to), "\n");
+  Lines pointers = take_pointers(text, at - (content.rfind('\n', at) + 1));
+  content.replace(at, from.size(), text);
   return pointers;
 }
 
@@ -202,14 +190,13 @@ std::string arrow_of(const std::string& row) {
 }
 
 // A row with the lines under it.
-void add_row(const Section& section, std::string row, const Lines& under, Case& c,
-             const std::string& repository) {
+void add_row(const Section& section, std::string row, const Lines& under, Case& c) {
   const std::string arrow = arrow_of(row + ' ');
   if (row.ends_with(arrow.substr(0, 3))) row.resize(row.size() - 3);
   Lines said = parts_of(row, arrow);
   said.insert(said.end(), under.begin(), under.end());
   c.rule += ": " + said[0];
-  const Lines pointers = place_row(section, said[0], c, repository);
+  const Lines pointers = place_row(section, said[0], c);
   said.erase(said.begin());
   if (said.size() < pointers.size()) reject(section.where, "a pointer without an error: " + row);
   for (std::size_t p = 0; p < pointers.size(); ++p) {
@@ -232,7 +219,7 @@ void add_row(const Section& section, std::string row, const Lines& under, Case& 
 }
 
 // One case for each line of the section that does not begin with a blank; see case_file.h.
-void add_rows(const Section& section, std::vector<Case>& cases, const std::string& repository) {
+void add_rows(const Section& section, std::vector<Case>& cases) {
   const Case pattern = cases.back();
   cases.pop_back();
   for (auto line = section.lines.begin(); line != section.lines.end();) {
@@ -242,17 +229,16 @@ void add_rows(const Section& section, std::vector<Case>& cases, const std::strin
       under.push_back(line->substr(1));
     }
     cases.push_back(pattern);
-    add_row(section, row, under, cases.back(), repository);
+    add_row(section, row, under, cases.back());
   }
 }
 
-void add_section(const Section& section, Case& c, const std::string& repository) {
+void add_section(const Section& section, Case& c) {
   const std::string kind = section.word(0), name = section.word(1);
   if (kind == "zrvdat") {
     c.inputs[kind] = text_of(section.lines);
   } else if (kind == "program") {
-    c.inputs["zrvdat"] =
-        text_of(section.lines) + program_at(section.where, repository + '/' + name);
+    c.inputs["zrvdat"] = text_of(section.lines) + program_at(section.where, name);
   } else if (kind == "vnxres" || kind == "vnxsav" || kind == "nwsp_dat") {
     c.inputs[kind] = bytes_of(section.where, section.lines);
   } else if (kind == "input") {
@@ -295,7 +281,7 @@ std::vector<Section> sections_of(const std::string& path) {
 
 }  // namespace
 
-std::vector<Case> read_case_file(const std::string& path, const std::string& repository) {
+std::vector<Case> read_case_file(const std::string& path) {
   std::vector<Case> cases;
   Case common;  // what stands before the first case
   for (Section& section : sections_of(path)) {
@@ -305,9 +291,9 @@ std::vector<Case> read_case_file(const std::string& path, const std::string& rep
       cases.back().rule = section.title;
       cases.back().line = section.line;
     } else if ((section.word(0) == "each" || section.word(0) == "change") && !cases.empty()) {
-      add_rows(section, cases, repository);
+      add_rows(section, cases);
     } else {
-      add_section(section, cases.empty() ? common : cases.back(), repository);
+      add_section(section, cases.empty() ? common : cases.back());
     }
   }
   if (cases.empty()) reject(path, "holds no case");

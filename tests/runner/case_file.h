@@ -67,8 +67,9 @@ struct Case {
   rlim_t room = support::kLargestFile;
 };
 
-// Reads the cases of a file; a file that is not understood ends the runner with status 2.
-std::vector<Case> read_case_file(const std::string& path, const std::string& repository);
+// Reads the cases of a file, the repository being the working directory; a file that is not
+// understood ends the runner with status 2.
+std::vector<Case> read_case_file(const std::string& path);
 
 }  // namespace zorvik::runner
 

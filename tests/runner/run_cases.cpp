@@ -19,7 +19,7 @@ constexpr char kListing[] = "zrvlis";
 
 class Runner {
  public:
-  explicit Runner(const std::string& program) : program_(std::filesystem::absolute(program)) {}
+  explicit Runner(const std::filesystem::path& program) : program_(program) {}
 
   Outcome run(const Case& c, const Files& files) {
     const auto start = [&] {
@@ -103,17 +103,21 @@ int main(int count, char** arguments) {
     std::cout << "usage: run_cases PROGRAM REPOSITORY CASE_FILE [PROGRAM]...\n";
     return 2;
   }
-  std::vector<std::string> programs(arguments + kFixedArguments, arguments + count);
-  programs.insert(programs.begin(), arguments[1]);
-  const std::vector<Case> cases = read_case_file(arguments[3], arguments[2]);
+  std::vector<std::filesystem::path> programs{std::filesystem::absolute(arguments[1])};
+  for (int k = kFixedArguments; k < count; ++k) {
+    programs.push_back(std::filesystem::absolute(arguments[k]));
+  }
+  const std::string case_file = std::filesystem::absolute(arguments[3]);
+  std::filesystem::current_path(arguments[2]);
+  const std::vector<Case> cases = read_case_file(case_file);
   int failures = 0;
-  for (const std::string& program : programs) {
+  for (const std::filesystem::path& program : programs) {
     Runner runner(program);
     for (const Case& c : cases) {
       const std::string report = run_case(runner, c);
       if (report.empty()) continue;
       ++failures;
-      std::cout << arguments[3] << ':' << c.line << ": " << c.rule << "\n  run by " << program
+      std::cout << case_file << ':' << c.line << ": " << c.rule << "\n  run by " << program.string()
                 << '\n'
                 << report << '\n';
     }
