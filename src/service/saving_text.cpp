@@ -210,8 +210,10 @@ class TextSource : public FieldSource {
     for (int left = count; left > 0; left -= kCodesPerLine) {
       const auto in_line = static_cast<std::size_t>(std::min(left, kCodesPerLine));
       const std::string_view line = text_.whole_line(kTextColumns);
-      if (line.size() < in_line + 2) text_.stop_on_line();
-      for (const char code : line.substr(1, in_line)) *codes++ = static_cast<unsigned char>(code);
+      if (line.size() < kShortestItemLine) text_.stop_on_line();
+      for (std::size_t k = 1; k <= in_line; ++k) {  // a line that ends before goes on with blanks
+        *codes++ = k < line.size() ? static_cast<unsigned char>(line[k]) : ' ';
+      }
     }
   }
 

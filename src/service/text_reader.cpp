@@ -14,8 +14,6 @@
 namespace zorvik {
 namespace {
 
-constexpr std::size_t kShortestItemLine = 3;  // its brackets and a character
-
 bool is_sign(char c) { return c == '+' || c == '-'; }
 
 }  // namespace

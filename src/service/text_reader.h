@@ -19,6 +19,9 @@ namespace zorvik {
 // which refuses it.
 enum class Sign { kPlus, kPlusOrMinus };
 
+// A line of an item, or of codes, has at least this many characters: two brackets and one between.
+constexpr std::size_t kShortestItemLine = 3;
+
 class TextReader {
  public:
   // The text is open and read from its first line; `output` is what becomes of it.

@@ -287,6 +287,12 @@ TEST_F(SaveFiles, CodesStandHundredToALineAndLongGroupsInSlices) {
   remove("vnxsav");
   EXPECT_EQ(scmd2("FROM_TEXT SAVING").status, 0);
   EXPECT_EQ(get("vnxsav"), sample::save_file_bytes({file.controls, {record}}));
+
+  remove("vnxsav");  // a line that is shorter goes on with blanks
+  put("savtxt", std::string(text).replace(text.find("[ccc"), 52, "[cc"));
+  EXPECT_EQ(scmd2("FROM_TEXT SAVING").status, 0);
+  record.text.replace(202, 48, 48, ' ');
+  EXPECT_EQ(get("vnxsav"), sample::save_file_bytes({file.controls, {record}}));
 }
 
 }  // namespace
