@@ -157,6 +157,7 @@ void load_small_tables() {
     add_patch(file.water_enthalpy, k, false, kTemperatures[k / 5], mpa);
     if (k < 20) add_patch(file.steam_enthalpy, k, true, file.temperature[k / 5], mpa);
   }
+  file.water_density = file.water_enthalpy;
   load(sample::property_file_bytes(file));
 }
 
@@ -335,6 +336,10 @@ TEST(ExtendedRange, TakesEnthalpyAndItsDerivativesFromThePatches) {
   EXPECT_NEAR(properties.value[11], 1e4 + 3 * kPatchCubic * 130 * 130 + 0.05, 1e-9);
   EXPECT_NEAR(properties.value[12], 0.01 + 3e-6 + 0.001 + 0.00075, 1e-12);
   EXPECT_NEAR(properties.value[3], grid_value(false, 3, 430, 2.5), 1e-9);
+  // The density's patches are the same: itself, over temperature, over pressure.
+  EXPECT_EQ(properties.value[5], properties.value[4]);
+  EXPECT_EQ(properties.value[14], properties.value[11]);
+  EXPECT_EQ(properties.value[15], properties.value[12]);
   ASSERT_EQ(single_phase(1, "PH", 2.5e6, enthalpy(false, 430, 2.5) + cubic(430)), 0) << text;
   EXPECT_NEAR(properties.value[2], 430, 1e-8);
   ASSERT_EQ(single_phase(2, "PH", 2.5e6, enthalpy(true, 510, 2.5) + cubic(510, 490)), 0) << text;
