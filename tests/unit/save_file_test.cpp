@@ -207,7 +207,7 @@ TEST_F(SaveFiles, AListTooLongForTheSystemCodeEndsTheRun) {
 }
 
 TEST_F(SaveFiles, KeepLeavesTheChosenRecordsNumberedAnew) {
-  const SaveFile file = many(5);
+  const SaveFile file = many(900);  // several buffers long
   const std::string whole = sample::save_file_bytes(file);
   const struct {
     std::vector<double> numbers;
@@ -216,9 +216,9 @@ TEST_F(SaveFiles, KeepLeavesTheChosenRecordsNumberedAnew) {
   } kCases[] = {
       {{2}, kScalar, {2}},
       {{2, 4}, kRange, {2, 3, 4}},
-      {{1, 5}, kRange, {1, 2, 3, 4, 5}},
+      {{1, 3}, kRange, {1, 2, 3}},
       {{4, 1, 4, 2}, kArray, {1, 2, 4}},
-      {{5}, kScalar, {5}},
+      {{898, 900}, kRange, {898, 899, 900}},
   };
   for (const auto& c : kCases) {
     put("vnxsav", whole);
