@@ -110,6 +110,15 @@ TEST(PropertyFile, FramesOfRecordsAreHeldAgainstEachOther) {
   longer.insert(third - 4, "surplus.");
   write_file(longer);
   EXPECT_EQ(load_property_tables(kPropertyUnit, kPath, 99, 0.0), 0);
+  PropertyFile large = empty_property_file(2, 60, 60, 1, 0);  // several buffers long
+  large.saturation_cubic.back() = 2.5;
+  longer = property_file_bytes(large, &borders);
+  const std::size_t late = borders[borders.size() - 5], after = borders[borders.size() - 4];
+  longer[late] = longer[after - 4] = static_cast<char>(after - late);
+  longer.insert(after - 4, "surplus.");
+  write_file(longer);
+  EXPECT_EQ(load_property_tables(kPropertyUnit, kPath, 99, 0.0), 0);
+  EXPECT_EQ(property_tables.saturation_cubic[5], 2.5);
 }
 
 TEST(PropertyFile, NamesAreHeldAgainstTheirLimit) {
