@@ -19,8 +19,8 @@ using sample::empty_property_file;
 using sample::property_file_bytes;
 using sample::PropertyFile;
 
-const support::RunDirectory kDirectory;
-const std::string kPath = kDirectory.path("tables");
+support::RunDirectory directory;
+const std::string kPath = directory.path("tables");
 
 void write_file(const std::string& bytes) {
   std::ofstream(kPath, std::ios::binary | std::ios::trunc) << bytes;
@@ -28,8 +28,8 @@ void write_file(const std::string& bytes) {
 
 // What the console shows when the file of those bytes is refused.
 std::string refusal(const std::string& bytes) {
-  write_file(bytes);
-  const auto run = support::ended_run([] { load_property_tables(kPropertyUnit, kPath, 99, 0.0); });
+  const auto run = directory.run({{"tables", bytes}},
+                                 [] { load_property_tables(kPropertyUnit, "tables", 99, 0.0); });
   EXPECT_EQ(run.status, 1);
   return run.console;
 }
@@ -44,7 +44,7 @@ TEST(PropertyFile, CutAnywhereItEndsPrematurely) {
   // Records: 1 + 15 + 12 + 4 + 14 + 4 + 2, the grids 2 * 12 * 3, M, patches 4 + 4 + 2 + 2, V1 to
   // V3.
   ASSERT_EQ(borders.size(), 52u + 72 + 1 + 12 + 3 + 1);
-  const std::string expected = stop("%WSP_F- Premature end-of-file detected;File " + kPath);
+  const std::string expected = stop("%WSP_F- Premature end-of-file detected;File tables");
   for (std::size_t k = 0; k + 1 < borders.size(); ++k) {
     for (const std::size_t cut : {borders[k], (borders[k] + borders[k + 1]) / 2}) {
       ASSERT_EQ(refusal(good.substr(0, cut)), expected) << "record " << k + 1 << " cut at " << cut;
@@ -98,7 +98,7 @@ TEST(PropertyFile, FramesOfRecordsAreHeldAgainstEachOther) {
   std::vector<std::size_t> borders;
   const std::string good = property_file_bytes(empty_property_file(2, 2, 2, 1, 0), &borders);
   const std::size_t second = borders[1], third = borders[2];  // a record of 16 bytes
-  const std::string read_error = stop("%WSP_F- Read error.File " + kPath + " Iostat =          5");
+  const std::string read_error = stop("%WSP_F- Read error.File tables Iostat =          5");
   std::string shorter = good, negative = good, unequal = good, longer = good;
   shorter[second] = 8;
   EXPECT_EQ(refusal(shorter), read_error);
@@ -122,11 +122,10 @@ TEST(PropertyFile, FramesOfRecordsAreHeldAgainstEachOther) {
 }
 
 TEST(PropertyFile, NamesAreHeldAgainstTheirLimit) {
-  const std::string missing = kPath + "_missing";
   const auto load = [](const std::string& name) {
     return support::ended_run([&] { load_property_tables(kPropertyUnit, name, 99, 0.0); }).console;
   };
-  EXPECT_EQ(load(missing), stop("%WSP_F- Open error.File " + missing + " Iostat =          2"));
+  EXPECT_EQ(load("missing"), stop("%WSP_F- Open error.File missing Iostat =          2"));
   EXPECT_EQ(load(std::string(81, 'x')),
             stop("%WSP_F- NWS0SM: Length of input file specification > 80"));
   EXPECT_EQ(load(std::string(80, 'x')),  // split at a ";" it would be, had it one
