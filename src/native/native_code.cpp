@@ -21,6 +21,7 @@ State state = State::kNotAsked;
 native::CodeMemory memory;
 std::uint8_t entered[kCodeCapacity + 1];  // how often, by code position, since the last time
 
+// What ZORVIK_NATIVE says; what is no number there says nothing.
 std::size_t wanted_bytes() {
   std::size_t kilobytes = 8192;
   if (const char* const text = std::getenv("ZORVIK_NATIVE"); text != nullptr) {
@@ -38,6 +39,7 @@ bool reserve() {
   return true;
 }
 
+// Code that may not be run, since the system forbids it, is forgotten, and none is made any more.
 void translate(int position) {
   if (state == State::kNotAsked) state = reserve() ? State::kReady : State::kRefused;
   if (state == State::kRefused || !native::is_translatable(position)) return;
@@ -49,6 +51,7 @@ void translate(int position) {
   std::fill(std::begin(native_code.code), std::end(native_code.code), nullptr);
 }
 
+// The code of a statement that is reached often; null when it has none and gets none.
 const native::Byte* code_at(int position) {
   if (native_code.code[position] == nullptr) translate(position);
   return native_code.code[position];

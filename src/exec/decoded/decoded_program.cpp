@@ -119,7 +119,8 @@ const Instruction* look_for_target(const Instruction& i) {
   return changeable(&i).with.branch.instruction = instruction_at(i.with.branch.target);
 }
 
-// The instruction that a branch leads to, looked for until it is found once.
+// The instruction that a branch leads to, looked for until it is found once: a statement that is
+// not decoded today may be when its variables exist.
 inline const Instruction* taken(const Instruction& i) {
   const Instruction* const found = i.with.branch.instruction;
   return found != nullptr ? found : look_for_target(i);
@@ -402,6 +403,8 @@ Reached run_decoded(int position) {
   }
 }
 
+// An expression is decoded the second time that it is evaluated: many are evaluated once, and
+// decoding takes longer than that.
 bool evaluate_decoded(int position, double& value, BaseType& type) {
   if (code_store.word[position] == 1) return false;  // one item: nothing to gain
   int& start = decoded_program.start[position];

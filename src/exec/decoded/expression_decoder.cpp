@@ -173,6 +173,7 @@ bool ExpressionDecoder::take_subscripts(const Variable& variable, int count, con
   return first.type == kInteger;
 }
 
+// The subscripts are looked at when the element is loaded.
 bool ExpressionDecoder::push_element(const Variable& variable, const double* row,
                                      const double* column) {
   emit_result(
@@ -217,6 +218,7 @@ bool ExpressionDecoder::decode_item(const Item& item) {
   return false;
 }
 
+// A sign keeps the type, "^" gives a whole 0 or 1.
 bool ExpressionDecoder::decode_unary(int code) {
   if (code == kPlus) return true;
   const Operand operand = pop();
@@ -226,6 +228,7 @@ bool ExpressionDecoder::decode_unary(int code) {
   return true;
 }
 
+// A range is no number; whoever wants one is not plain.
 bool ExpressionDecoder::decode_binary(int code) {
   if (code == kColon) return false;
   const Operand right = pop(), left = pop();
@@ -245,6 +248,8 @@ bool ExpressionDecoder::decode_binary(int code) {
   return true;
 }
 
+// Sums and products are the same with their sides changed, to the last bit; on the right stands
+// what spares a look or a way through memory.
 void ExpressionDecoder::decode_arithmetic(int code, const Operand& left, const Operand& right,
                                           bool is_whole) {
   Instruction instruction{.op = arithmetic_op(code, is_whole), .a = left.place, .b = right.place};
@@ -256,6 +261,7 @@ void ExpressionDecoder::decode_arithmetic(int code, const Operand& left, const O
   emit_result(instruction, is_whole ? kInteger : kReal);
 }
 
+// A whole quotient has one form only: its routine looks at both operands.
 void ExpressionDecoder::choose_form(Instruction& operation) {
   Op& op = operation.op;
   if (op == Op::kDivideWhole) return;
@@ -281,6 +287,7 @@ bool ExpressionDecoder::decode_function(int number) {
   return decode_of_two(number);
 }
 
+// ABS to TETA, of one number; ABS of a whole number is whole.
 bool ExpressionDecoder::decode_elementary(int number) {
   const Operand argument = pop();
   const BaseType type = elementary_type(number, argument.type);
@@ -300,6 +307,7 @@ bool ExpressionDecoder::decode_elementary(int number) {
   return true;
 }
 
+// MOD of anything but two whole numbers has a message to tell.
 bool ExpressionDecoder::decode_of_two(int number) {
   for (const FunctionOps& row : kFunctionsOfTwo) {
     if (row.number != number) continue;
@@ -313,6 +321,7 @@ bool ExpressionDecoder::decode_of_two(int number) {
   return false;
 }
 
+// MAXA and MINA of a whole variable, in its place.
 bool ExpressionDecoder::decode_extreme(int number) {
   const Operand array = pop();
   if (array.array == nullptr) return false;
@@ -323,6 +332,7 @@ bool ExpressionDecoder::decode_extreme(int number) {
   return true;
 }
 
+// LINS(Y, X, N, x) with both tables in their places; the number of points is looked at each time.
 bool ExpressionDecoder::decode_interpolation() {
   if (!are_numbers(2)) return false;
   const Operand at = pop(), n = pop(), x = pop(), y = pop();
@@ -347,6 +357,8 @@ bool ExpressionDecoder::push_text_constant(int number) {
   return true;
 }
 
+// Operands: phase, kind, one or two state values, property. The kind is settled here, which a
+// variable's text could not be; a kind that has a message to tell is left.
 bool ExpressionDecoder::decode_property(int number) {
   const bool is_saturated = number == kFunctionWs1p1;
   if (!are_numbers(is_saturated ? 2 : 3)) return false;

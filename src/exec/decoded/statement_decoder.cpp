@@ -27,6 +27,7 @@ class StatementDecoder {
       case kCodeIf:
         return decode_if();
       case kCodeElse:
+        // Reached at the end of the other way: what comes is behind the ENDIF.
         return go_on_at(word_at(position_ + 1) + kPairWords);
       case kCodeEndif:
         return go_on_at(position_ + kPairWords);
@@ -41,6 +42,7 @@ class StatementDecoder {
         return decode_out();
       case kCodeEnd:
       case kCodeReturn:
+        // Where it does not end an OUTPUT, executing it leaves it to the general way.
         decoder_.emit({.op = Op::kReturn});
         return true;
       default:
@@ -53,6 +55,8 @@ class StatementDecoder {
     return true;
   }
 
+  // A list of values is stored in the general way. So is a real in a whole variable, which ends the
+  // run there with a message.
   bool decode_assignment() {
     const int value_at = after_expression(position_ + 1);
     const int next = after_expression(value_at);
@@ -84,6 +88,7 @@ class StatementDecoder {
                    .with = {.block = {target.variable.values(), block.d1, block.d2, value.place}}});
   }
 
+  // A bound of a DO, whole by its type.
   bool decode_whole(int at, Value& value) {
     return decoder_.decode_value(at, value) && value.type == kInteger;
   }
@@ -98,6 +103,8 @@ class StatementDecoder {
     return decode_whole(at, value);
   }
 
+  // The words of a DO: head, ENDDO's position, variable, initial value, comma, limit, step if there
+  // is one, and the five words of the loop record, in front of the body.
   bool decode_do() {
     static constexpr double kOne = 1.0;
     int at = position_ + 2;
@@ -131,6 +138,7 @@ class StatementDecoder {
     return go_on_at(position_ + kPairWords);
   }
 
+  // The block is run by the executor, which loads its records.
   bool decode_out() {
     const int procedure = word_at(position_ + 1);
     if (is_call_of_block(procedure)) return false;
@@ -139,6 +147,7 @@ class StatementDecoder {
     return go_on_at(position_ + kPairWords);
   }
 
+  // The condition's last comparison branches itself; any other value is compared with 0.
   bool decode_if() {
     Value condition;
     if (!decoder_.decode_value(position_ + 1, condition)) return false;
@@ -154,6 +163,7 @@ class StatementDecoder {
     return go_on_at(pair + kPairWords);
   }
 
+  // Not "&" and "|", which have no branch of their own.
   static bool is_comparison(Op op) { return op >= Op::kLess && op <= Op::kEqual; }
 
   // Makes a comparison a branch, in its second form when an operand is the result before it.
