@@ -20,7 +20,7 @@
 namespace zorvik::faults {
 namespace {
 
-constexpr int kLarge = 3000, kSmall = 3;        // values of the files' arrays
+constexpr int kLarge = 17000, kSmall = 3;       // values of the files' arrays; 8192 fill a buffer
 constexpr int kInterruptions = 40;              // no signal interrupts for ever
 constexpr std::size_t kPlacesSwept = 2000;      // of a longer file only so many places are damaged
 constexpr std::size_t kPlacesOfIntegers = 256;  // the headers
