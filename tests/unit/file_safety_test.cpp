@@ -5,10 +5,6 @@
 
 #include "driver/interruption.h"
 #include "driver/text.h"
-#include "exec/executor.h"
-#include "lang/check/pass_one.h"
-#include "lang/compile/pass_two.h"
-#include "lang/text/lexer.h"
 #include "sample/results_file.h"
 #include "sample/save_file.h"
 #include "unit/service_run.h"
@@ -25,13 +21,12 @@ TEST_F(FileSafety, WhatIsNoRegularFileIsRefusedAtOnce) {
         "vnxsav: SHOW SAVING", "vnxsav: TO_TEXT SAVING", "vnxsav: REPAIR SAVING", "vnxsav: KEEP",
         "restxt: FROM_TEXT RESULTS", "savtxt: FROM_TEXT SAVING", "b: c=a+b", "b: b=b+a"}) {
     SCOPED_TRACE(row);
-    const std::string name = row.substr(0, row.find(':')), command = row.substr(name.size() + 2);
+    const std::string name = row.substr(0, row.find(':')), text = row.substr(name.size() + 2);
     for (const bool folder : {false, true}) {
       const Outcome outcome = run([&] {
         ::alarm(20);  // nothing may hang
         folder ? ::mkdir(name.c_str(), 0700) : ::mkfifo(name.c_str(), 0600);
-        run_service_command({"MAIN_procedure      ", kCharacter, command, kInteger, kScalar,
-                             std::vector<double>{command[0] == 'b' ? 0.0 : 1.0}});
+        ServiceRun::command(text, {text[0] == 'b' ? 0.0 : 1.0});
       });
       EXPECT_EQ(outcome.console, message(" %fat- Open error. File ", name,
                                          "\n Fortran iostat = ", folder ? EISDIR : EINVAL, '\n'));
@@ -91,12 +86,7 @@ TEST_F(FileSafety, ASignalEndsTheRunInOrder) {
         ::kill(::getppid(), signal);
         ::_exit(0);
       }
-      reset_source_line();
-      reset_lexer();
-      open_file(kProgramUnit, "DAT");
-      parse_pass(kProgramUnit);
-      u91ps2(kProgramUnit);
-      S9XMA3();
+      run_program();
     });
     EXPECT_EQ(outcome.status, -signal);
     EXPECT_EQ(outcome.console, " ON THE CONSOLE\n");
@@ -114,12 +104,11 @@ TEST_F(FileSafety, EveryCommandLooksAtTheSignals) {
   put("a", vnxres);
   put("b", sample::results_file_bytes({2, {}, results.entries, "T", {{3, -3}}}));
   put("vnxsav", vnxsav.substr(0, vnxsav.size() - 1));
-  const auto interrupted = [&](const char* command, double number) {
+  const auto interrupted = [&](const char* text, double number) {
     return run([&] {
       heed_signals();
       ::raise(SIGTERM);
-      run_service_command({"MAIN_procedure      ", kCharacter, command, kInteger, kScalar,
-                           std::vector<double>{number}});
+      command(text, {number});
     });
   };
   const struct {

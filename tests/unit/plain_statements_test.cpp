@@ -4,12 +4,7 @@
 
 #include <set>
 
-#include "driver/source_line.h"
-#include "exec/executor.h"
-#include "lang/check/pass_one.h"
 #include "lang/code/code_store.h"
-#include "lang/compile/pass_two.h"
-#include "lang/text/lexer.h"
 #include "native/native_code.h"
 #include "sample/property_file.h"
 #include "unit/service_run.h"
@@ -82,12 +77,7 @@ TEST_F(PlainStatements, StayDecodedAndTranslated) {
   put("zrvdat", kProgram);
   const auto ends_at = [&](auto end) {
     return run([&] {
-             reset_source_line();
-             reset_lexer();
-             open_file(kProgramUnit, "DAT");
-             parse_pass(kProgramUnit);
-             u91ps2(kProgramUnit);
-             S9XMA3();
+             run_program();
              ::_exit(end());
            })
         .status;

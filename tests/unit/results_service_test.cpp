@@ -114,11 +114,10 @@ TEST_F(ResultsFiles, ARunCutInTwoIsJoinedAgain) {
 TEST_F(ResultsFiles, AFileThatMayOnlyBeReadIsNotJoinedTo) {
   put("a", sample::results_file_bytes(at_times({0})));
   put("b", sample::results_file_bytes(at_times({1, 2})));
-  const std::vector<double> append{0};
   const Outcome refused = run([&] {  // nothing restrains the superuser
     if (::chmod("a", 0444) != 0 || ::chmod(".", 0755) != 0) ::_exit(99);
     if (::geteuid() == 0 && ::seteuid(65534) != 0) ::_exit(99);
-    run_service_command({"MAIN_procedure      ", kCharacter, "a=a+b", kInteger, kScalar, append});
+    command("a=a+b", {0});
   });
   EXPECT_EQ(refused.console, " %fat- Write error. 1st  file in SCMD2\n Fortran iostat = 13\n");
   EXPECT_EQ(refused.listing, "");

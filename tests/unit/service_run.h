@@ -18,7 +18,12 @@
 #include "driver/messages.h"
 #include "driver/number_format.h"
 #include "driver/run_end.h"
+#include "driver/source_line.h"
 #include "driver/units.h"
+#include "exec/executor.h"
+#include "lang/check/pass_one.h"
+#include "lang/compile/pass_two.h"
+#include "lang/text/lexer.h"
 #include "service/service_command.h"
 #include "stores/results_store.h"
 
@@ -74,14 +79,25 @@ class ServiceRun : public ::testing::Test {
             get("zrvlis")};
   }
 
-  Outcome scmd2(const std::string& command, std::vector<double> numbers = {0},
-                Shape shape = kScalar, rlim_t largest_file = RLIM_INFINITY) {
-    return run(
-        [&] {
-          run_service_command(
-              {"MAIN_procedure      ", kCharacter, command, kInteger, shape, numbers});
-        },
-        largest_file);
+  // SCMD2 as a statement of MAIN, in the process of `run`.
+  [[noreturn]] static void command(const std::string& text, std::vector<double> numbers,
+                                   Shape shape = kScalar) {
+    run_service_command({"MAIN_procedure      ", kCharacter, text, kInteger, shape, numbers});
+  }
+
+  // The program zrvdat up to MAIN's end, in the process of `run`.
+  static void run_program() {
+    reset_source_line();
+    reset_lexer();
+    open_file(kProgramUnit, "DAT");
+    parse_pass(kProgramUnit);
+    u91ps2(kProgramUnit);
+    S9XMA3();
+  }
+
+  Outcome scmd2(const std::string& text, std::vector<double> numbers = {0}, Shape shape = kScalar,
+                rlim_t largest_file = RLIM_INFINITY) {
+    return run([&] { command(text, numbers, shape); }, largest_file);
   }
 
   void expect_refusal(const Outcome& outcome, const std::string& listing) {
