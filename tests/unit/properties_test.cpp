@@ -12,6 +12,7 @@
 #include "wsp/cubic_patch.h"
 #include "wsp/property_file.h"
 #include "wsp/property_messages.h"
+#include "wsp/property_tables.h"
 #include "wsp/single_phase.h"
 
 namespace zorvik {
@@ -36,6 +37,7 @@ int single_phase(int phase, const char* kind, double pressure, double second) {
 
 TEST(SampleTables, AgreeWithThePublishedVerificationValues) {
   load(sample::sample_property_file_bytes());
+  EXPECT_TRUE(property_tables.ascending);  // rows are found by halving
   // Saturation line; region 1 and region 2 by property 3, 4, 9, 5 (as specific volume), 11 and 8.
   const struct {
     char kind;
