@@ -121,12 +121,17 @@ void judge_end(const Scenario& scenario, const Outcome& now, int signal,
 #endif
 }
 
+constexpr unsigned kTransfers = 1U << kRead | 1U << kWrite | 1U << kCopy;
+
 // Runs until no call meets the trouble any more.
 void sweep(const Scenario& scenario, const Outcome& good, Trouble trouble,
            const std::string& name) {
   const bool sends =
       trouble.effect == Effect::kSignalBefore || trouble.effect == Effect::kSignalAfter;
   const bool silenced = trouble.calls == 1U << kWrite && trouble.times > 1;
+  const bool resumed =  // what was interrupted or fell short is taken up again
+      trouble.effect == Effect::kFallsShort ||
+      (trouble.effect == Effect::kFails && trouble.value == EINTR && (trouble.calls & kTransfers));
   for (trouble.first = 1;; ++trouble.first) {
     const Outcome now = run(scenario.files, trouble);
     if (calls_met() == 0) return;
@@ -136,7 +141,8 @@ void sweep(const Scenario& scenario, const Outcome& good, Trouble trouble,
                           keeps_cut(scenario, now.files);  // a failed read is taken for damage
     const bool mute = now.status == 1 && !silenced && !tells_why(now);
     const bool deaf = sends && now.status == 1;
-    if ((now.status == 0 && !complete) || mute || deaf) note(scenario, kWrongEnd, now, what);
+    if (((now.status == 0 || resumed) && !complete) || mute || deaf)
+      note(scenario, kWrongEnd, now, what);
     const bool killed = sends && trouble.value == SIGKILL;
     if (lost_something(scenario, good, now) || made_something_else(scenario, good, now, killed)) {
       note(scenario, kLoss, now, what);
@@ -155,7 +161,6 @@ Outcome undisturbed(const Scenario& scenario) {
 }
 
 void sweep_calls() {
-  constexpr unsigned kTransfers = 1U << kRead | 1U << kWrite | 1U << kCopy;
   for (const Scenario& scenario : all_scenarios(Layout::kExtended, kLarge)) {
     const Outcome good = undisturbed(scenario);
     for (int call = 0; call < kCallKinds; ++call) {
