@@ -144,7 +144,10 @@ void sweep(const Scenario& scenario, const Outcome& good, Trouble trouble,
     if (((now.status == 0 || resumed) && !complete) || mute || deaf)
       note(scenario, kWrongEnd, now, what);
     const bool killed = sends && trouble.value == SIGKILL;
-    if (lost_something(scenario, good, now) || made_something_else(scenario, good, now, killed)) {
+    // While a run writes its files its program can be read in the listing.
+    const bool unlisted = now.files.contains("each") && content(now.files, "zrvlis").empty();
+    if (lost_something(scenario, good, now) || (killed && unlisted) ||
+        made_something_else(scenario, good, now, killed)) {
       note(scenario, kLoss, now, what);
     }
   }

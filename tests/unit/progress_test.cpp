@@ -11,17 +11,22 @@
 namespace zorvik {
 namespace {
 
-// What a process with that standard error writes there while it has done 50 of 200 records for
-// `seconds`; SIGUSR1 comes at once when `asked`.
-std::string progress_of_run(int standard_error, int read_from, unsigned seconds, bool asked) {
+void show_records() {
+  static std::int64_t done = 50;
+  static double tau = 2.5;
+  show_progress_of({"records", &done, 200, &tau});
+}
+
+// What a process with that standard error writes there while it shows that progress for `seconds`;
+// SIGUSR1 comes at once when `asked`.
+std::string progress_of_run(int standard_error, int read_from, unsigned seconds, bool asked,
+                            void (*show)() = show_records) {
   const pid_t child = fork();
   if (child == 0) {
     dup2(standard_error, STDERR_FILENO);
     close(read_from);
-    static std::int64_t done = 50;
-    static double tau = 2.5;
     watch_progress();
-    show_progress_of({"records", &done, 200, &tau});
+    show();
     if (asked) raise(SIGUSR1);
     for (unsigned left = seconds; left > 0;) left = sleep(left);
     end_progress();
@@ -54,6 +59,12 @@ TEST(Progress, ASignalWritesTheLineOnceElsewhere) {
   const std::string all = progress_of_run(ends[1], ends[0], 0, true);
   EXPECT_EQ(all.find(kLine), 0u) << all;
   EXPECT_EQ(all.find('\n'), all.size() - 1) << all;
+  ASSERT_EQ(pipe(ends), 0);
+  const std::string copy = progress_of_run(ends[1], ends[0], 0, true, [] {
+    static File output;
+    show_progress_of_copy(output, 200);
+  });
+  EXPECT_EQ(copy.find("zorvik: 0 of 200 bytes copied (0 %), "), 0u) << copy;
 }
 
 }  // namespace
