@@ -56,6 +56,7 @@ bool has_column(Op op) { return op == Op::kLoad2 || op == Op::kStore2; }
 
 }  // namespace
 
+// The distance fits: no table is farther away than the code model lets the compiler place it.
 Memory at(const volatile void* place) {
   const auto distance = static_cast<const volatile char*>(place) -
                         reinterpret_cast<const volatile char*>(&decoded_program);
@@ -159,6 +160,8 @@ void InstructionRows::calculate(const Instruction& i, Operation operation, bool 
   keep(i);
 }
 
+// The magnitude of the divisor is compared, without its sign; what is not a number is below, too,
+// and left to decoded execution.
 void InstructionRows::divide(const Instruction& i) {
   const Xmm x = begin(i);
   load(kOther, i.b);
@@ -169,11 +172,13 @@ void InstructionRows::divide(const Instruction& i) {
   keep(i);
 }
 
+// A sign is changed or dropped bit by bit, that of zero and of what is not a number as well.
 void InstructionRows::mask(const Instruction& i, Operation operation, const void* bits) {
   (code_.*operation)(begin(i), at(bits));
   keep(i);
 }
 
+// Of -0.0 the root is -0.0, as the processor has it: only what is below is left.
 void InstructionRows::square_root(const Instruction& i) {
   const Xmm x = begin(i);
   code_.comisd(x, at(kConstants.zero));
@@ -230,7 +235,7 @@ void InstructionRows::subscript(const double* place, int extent) {
   leave_if(Condition::kAboveOrEqual);
 }
 
-// The place of the element; rax counts those in front of it.
+// The place of the element; rax counts those in front of it: column by column, as they are stored.
 Memory InstructionRows::element(const Instruction& i) {
   if (has_column(i.op)) {
     subscript(i.b, i.with.block.columns);
@@ -243,6 +248,7 @@ Memory InstructionRows::element(const Instruction& i) {
   return place;
 }
 
+// Elements are not held: every round looks at them in memory.
 void InstructionRows::load_element(const Instruction& i) {
   const Memory place = element(i);
   code_.cmp(place, kMarker);
@@ -253,6 +259,8 @@ void InstructionRows::load_element(const Instruction& i) {
   keep(i);
 }
 
+// The value is looked at before the subscripts, which use rax; nothing is stored before both are
+// good.
 void InstructionRows::store_element(const Instruction& i) {
   look_at(i.with.block.value);
   const Memory place = element(i);
@@ -260,11 +268,14 @@ void InstructionRows::store_element(const Instruction& i) {
   code_.movsd(place, kWork);
 }
 
+// The routine may change rax, rcx, rdx, rsi, rdi, r8 to r11 and every xmm register: nothing is in
+// them then, since its statement keeps results in memory, and a loop that holds variables has none.
 void InstructionRows::call(std::uint64_t routine, const Instruction& i) {
   code_.mov(Register::kRdi, reinterpret_cast<std::uint64_t>(&i));
   code_.mov(kRax, routine);
   code_.call(kRax);
 }
+// Outcomes are compared as numbers: kNotPlain is below kGoesOn, kBranches above.
 void InstructionRows::leave_if_not_plain() {
   code_.cmp32(kRax, static_cast<std::int8_t>(Outcome::kGoesOn));
   leave_if(Condition::kBelow);

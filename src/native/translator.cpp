@@ -37,6 +37,7 @@ std::int64_t run_return(const Instruction&) { return return_from_output(); }
 
 // ---- Decoded statements ----
 
+// Whether the instruction names a statement to go on with.
 bool has_branch(Op op) {
   return (op >= Op::kUnlessLess && op <= Op::kUnless) || (op >= Op::kGo && op <= Op::kOut);
 }
@@ -143,6 +144,7 @@ std::map<const double*, int> count_uses(const std::vector<int>& statements) {
   return uses;
 }
 
+// The variables that are used most get the registers behind those of results.
 void choose_held(Loop& loop, const double* variable) {
   auto uses = count_uses(loop.statements);
   uses.erase(variable);
@@ -156,6 +158,8 @@ void choose_held(Loop& loop, const double* variable) {
   }
 }
 
+// All that the body leads to without leaving the loop; one statement that is not fit for this form
+// spoils it, but one that is not decoded, a GOTO or a RETURN is only a way out.
 Loop find_loop(const Instruction& enddo) {
   const double* const variable = loop_variable(enddo);
   if (variable == nullptr) return {};
@@ -190,6 +194,7 @@ class Translation {
  private:
   std::ptrdiff_t room() const { return native_code.end - code_.next - owed_; }
 
+  // Whether the statement is to be translated now: not yet done, decoded, and with room for it.
   bool takes(int position) {
     if (native_code.code[position] != nullptr) return false;
     const Statement statement = statement_at(position);
@@ -198,10 +203,12 @@ class Translation {
     return true;
   }
 
+  // The code of the statement that the jump leads to, or a way out with its position.
   const Byte* destination(const Jump& jump) {
     const Byte* const code = native_code.code[jump.position];
     return code != nullptr && jump.way != Way::kOut ? code : way_out(jump.position);
   }
+  // Each statement has one way out, written when the first jump needs it.
   const Byte* way_out(int position) {
     const Byte*& place = native_code.way_out[position];
     if (place == nullptr) {
@@ -364,6 +371,7 @@ class Translation {
 
 }  // namespace
 
+// Of the registers that routines keep for their callers, code uses rbx and r12.
 void begin_native_code(Byte* begin, Byte* end) {
   native_code.end = end;
   Assembler code{begin};

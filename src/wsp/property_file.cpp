@@ -25,10 +25,10 @@ PropertyHeader& header = property_tables.header;
 
 // A count known from the start, or a field read before it is needed.
 struct Count {
-  int fixed;
-  const std::int32_t* field;
-  constexpr Count(int number) : fixed(number), field(nullptr) {}        // NOLINT: reads as a number
-  constexpr Count(const std::int32_t* from) : fixed(0), field(from) {}  // NOLINT
+  int fixed = 0;
+  const std::int32_t* field = nullptr;
+  constexpr Count(int number) : fixed(number) {}              // NOLINT: reads as a number
+  constexpr Count(const std::int32_t* from) : field(from) {}  // NOLINT
   int value() const { return field != nullptr ? *field : fixed; }
 };
 

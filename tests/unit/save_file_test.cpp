@@ -281,7 +281,7 @@ TEST_F(SaveFiles, CodesStandHundredToALineAndLongGroupsInSlices) {
                       "]\n[" + std::string(50, 'c') + "]\n1_TEXT_1\n"),
             std::string::npos);
   // 39 numbers a line; 20000 = 512 * 39 + 32, and the last one is a group of its own.
-  EXPECT_NE(text.find("\n" + std::string("7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 ") +
+  EXPECT_NE(text.find("\n7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 "
                       "7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 7\n7\n! j30ev"),
             std::string::npos);
   remove("vnxsav");
@@ -289,7 +289,8 @@ TEST_F(SaveFiles, CodesStandHundredToALineAndLongGroupsInSlices) {
   EXPECT_EQ(get("vnxsav"), sample::save_file_bytes({file.controls, {record}}));
 
   remove("vnxsav");  // a line that is shorter goes on with blanks
-  put("savtxt", std::string(text).replace(text.find("[ccc"), 52, "[cc"));
+  const std::size_t codes = text.find("[ccc");
+  put("savtxt", text.substr(0, codes) + "[cc" + text.substr(codes + 52));
   EXPECT_EQ(scmd2("FROM_TEXT SAVING").status, 0);
   record.text.replace(202, 48, 48, ' ');
   EXPECT_EQ(get("vnxsav"), sample::save_file_bytes({file.controls, {record}}));

@@ -11,7 +11,6 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -26,6 +25,7 @@
 #include "lang/text/lexer.h"
 #include "service/service_command.h"
 #include "stores/results_store.h"
+#include "support/run_directory.h"
 
 // The sanitizer's search for leaks takes far longer than a command: the processes of the commands
 // end without it.
@@ -45,23 +45,13 @@ constexpr const char* kErrorsNotice = " Errors detected. See listing\n";
 
 class ServiceRun : public ::testing::Test {
  protected:
-  void SetUp() override {
-    char name[] = "/tmp/zorvik_service_XXXXXX";
-    directory_ = ::mkdtemp(name);
-  }
-  void TearDown() override { std::filesystem::remove_all(directory_); }
-
-  std::string folder() const { return directory_ + '/'; }
+  std::string folder() const { return directory_.path(""); }
   void put(const std::string& name, const std::string& bytes) {
-    std::ofstream(directory_ + "/" + name, std::ios::binary | std::ios::trunc) << bytes;
+    std::ofstream(directory_.path(name), std::ios::binary | std::ios::trunc) << bytes;
   }
-  std::string get(const std::string& name) {
-    std::ostringstream content;
-    content << std::ifstream(directory_ + "/" + name, std::ios::binary).rdbuf();
-    return content.str();
-  }
-  bool exists(const std::string& name) { return std::filesystem::exists(directory_ + "/" + name); }
-  void remove(const std::string& name) { std::filesystem::remove(directory_ + "/" + name); }
+  std::string get(const std::string& name) { return support::content_of(directory_.path(name)); }
+  bool exists(const std::string& name) { return std::filesystem::exists(directory_.path(name)); }
+  void remove(const std::string& name) { std::filesystem::remove(directory_.path(name)); }
 
   // Runs `body` as the program would run a statement of MAIN. `largest_file`: a full disk.
   template <class Body>
@@ -109,21 +99,19 @@ class ServiceRun : public ::testing::Test {
  private:
   void enter(rlim_t largest_file) {
     is_command_process = true;
-    if (::chdir(directory_.c_str()) != 0) ::_exit(99);
+    if (::chdir(folder().c_str()) != 0) ::_exit(99);
     const int console = ::open("console", O_CREAT | O_TRUNC | O_WRONLY, 0600);
     ::dup2(console, STDOUT_FILENO);
-    if (largest_file != RLIM_INFINITY) {
-      std::signal(SIGXFSZ, SIG_IGN);
-      const rlimit limit{largest_file, largest_file};
-      ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{largest_file, largest_file};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
     reset_results_store();
     reset_number_format();
     reset_messages();
     open_file(kListingUnit, "LIS");
   }
 
-  std::string directory_;
+  support::RunDirectory directory_;
 };
 
 }  // namespace zorvik

@@ -26,7 +26,6 @@ struct Row {
 };
 constexpr Row kRows[] = {
     {"mov rcx, [rbx - 4660]", [](Assembler& a) { a.mov(kRcx, kNear); }},
-    {"mov rcx, [rbx + 8*rax + 74565]", [](Assembler& a) { a.mov(kRcx, kElement); }},
     {"{load} mov rax, r8", [](Assembler& a) { a.mov(kRax, kR8); }},
     {"mov [rbx - 4660], r9", [](Assembler& a) { a.mov(kNear, kR9); }},
     {"movabs r12, 0x123456789abcdef0", [](Assembler& a) { a.mov(kR12, 0x123456789abcdef0); }},
@@ -34,7 +33,6 @@ constexpr Row kRows[] = {
     {"mov eax, -2", [](Assembler& a) { a.mov32(kRax, -2); }},
     {"{load} add rax, rcx", [](Assembler& a) { a.add(kRax, kRcx); }},
     {"{load} add r8, r9", [](Assembler& a) { a.add(kR8, kR9); }},
-    {"add rax, [rbx - 4660]", [](Assembler& a) { a.add(kRax, kNear); }},
     {"imul rcx, rax, 74565", [](Assembler& a) { a.imul(kRcx, kRax, 74565); }},
     {"dec rax", [](Assembler& a) { a.dec(kRax); }},
     {"dec r8", [](Assembler& a) { a.dec(kR8); }},
