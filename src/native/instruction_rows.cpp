@@ -103,8 +103,9 @@ Operand InstructionRows::operand(const double* place) const {
   return Xmm{static_cast<Byte>(place - decoded_program.temporary)};
 }
 
-// Leaves the statement when the value is undefined. Constants and results are not looked at, and
-// what is held is defined.
+// Leaves the statement when the value is undefined. Constants and results are not looked at: the
+// general evaluator looks at what it fetches from a variable, and never at a result. What is held
+// is defined.
 void InstructionRows::look_at(const double* place) {
   if (place == nullptr || is_temporary(place) || is_constant(place)) return;
   const bool is_known = std::find(looked_at_.begin(), looked_at_.end(), place) != looked_at_.end();

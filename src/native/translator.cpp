@@ -30,9 +30,11 @@ constexpr std::ptrdiff_t kBytesOfInstruction = kBytesOfRow + 3 * kBytesOfWayOut;
 
 constexpr int kResultsInRegisters = 12, kResultsInLoop = 6, kMostHeld = 7;
 constexpr Register kCurrent = Register::kR8, kStep = Register::kR9, kRounds = Register::kR10;
-constexpr std::ptrdiff_t kBytesToReturn = 60 + 9 * kMostHeld;  // of what a loop holds
+// Room for the code of bring_back with a way out, and of hold_variables.
+constexpr std::ptrdiff_t kBytesToReturn = 60 + 9 * kMostHeld;
 constexpr std::ptrdiff_t kBytesToHold = 60 + 22 * kMostHeld;
 
+// The whole of rax is the position: it is the index of the caller's code.
 std::int64_t run_return(const Instruction&) { return return_from_output(); }
 
 // ---- Decoded statements ----
