@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <cstddef>
 #include <map>
 #include <set>
@@ -228,7 +229,7 @@ class Translation {
     native_code.code[position] = code_.next;
     plain_.begin_statement(position, statement.next(), statement.begin(), statement.end());
     for (const Instruction* i = statement.first; i != &last; ++i) {
-      i->op == Op::kEnddo ? end_loop(*i) : plain_.write(*i);
+      i->op == Op::kEnddo ? end_loop(*i) : write_row(plain_, *i);
     }
     if (last.op == Op::kReturn) return return_to_caller(last);
     if (last.op == Op::kJump) {
@@ -236,6 +237,12 @@ class Translation {
       plain_.leave_if_not_plain();
     }
     if (statement.next() != following) plain_.jump_to(statement.next());
+  }
+
+  void write_row(InstructionRows& rows, const Instruction& i) {
+    [[maybe_unused]] const Byte* const begin = code_.next;
+    rows.write(i);
+    assert(code_.next - begin <= kBytesOfRow);
   }
 
   // Goes on at the position that the routine gives, in its code when there is some.
@@ -296,6 +303,7 @@ class Translation {
     if (loop.held.empty() || loop.bytes() > room()) return;
     const LoopRecord& record = *enddo.with.loop_end.record;
     const int body = enddo.with.branch.target;
+    // A DO over an element may run the loop with another one each time.
     code_.mov(kRax, reinterpret_cast<std::uint64_t>(loop.held[0].place));
     code_.cmp(kRcx, kRax);
     plain_.jump_if(Condition::kNotEqual, body);
@@ -322,7 +330,7 @@ class Translation {
       if (position == enddo.statement) {
         repeat(loop, enddo, rows);
       } else {
-        for (const Instruction* i = statement.first; i != statement.last; ++i) rows.write(*i);
+        for (const Instruction* i = statement.first; i != statement.last; ++i) write_row(rows, *i);
         if (statement.next() != loop.statements[k + 1]) rows.jump_to(statement.next());
       }
     }

@@ -1,9 +1,9 @@
 // Translates decoded statements to x86-64 code that does the same to the last bit.
 //
-// The code of a statement leaves - and gives the statement's code position - before it has changed
-// anything where run_decoded would leave, and where it is not sure: for a whole number of magnitude
-// 2^63 or more, for instance. It also leaves in front of a statement without code. So whoever runs
-// it goes on at that position in the decoded way.
+// The code of a statement leaves, and gives the statement's code position, where run_decoded would
+// leave, and where it is not sure: at a whole number of magnitude 2^63 or more, for instance. It
+// has not changed anything then. Code also leaves in front of a statement that has none. Whoever
+// runs it goes on at that position in the decoded way.
 #ifndef ZORVIK_NATIVE_TRANSLATOR_H_
 #define ZORVIK_NATIVE_TRANSLATOR_H_
 
