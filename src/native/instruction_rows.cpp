@@ -28,8 +28,8 @@ struct alignas(16) Constants {
 };
 constexpr Constants kConstants;
 
-Outcome run_rare_instruction(const Instruction& i) {
-  return run_rare(i) ? Outcome::kGoesOn : Outcome::kNotPlain;
+GoingOn run_rare_instruction(const Instruction& i) {
+  return run_rare(i) ? GoingOn::kGoesOn : GoingOn::kNotPlain;
 }
 
 // Forms of an operation differ in how decoded execution gets at b, and which operands it looks at.
@@ -278,7 +278,7 @@ void InstructionRows::call(std::uint64_t routine, const Instruction& i) {
 }
 // Outcomes are compared as numbers: kNotPlain is below kGoesOn, kBranches above.
 void InstructionRows::leave_if_not_plain() {
-  code_.cmp32(kRax, static_cast<std::int8_t>(Outcome::kGoesOn));
+  code_.cmp32(kRax, static_cast<std::int8_t>(GoingOn::kGoesOn));
   leave_if(Condition::kBelow);
 }
 void InstructionRows::call_routine(const Instruction& i) {

@@ -23,7 +23,7 @@ inline constexpr Xmm kWork{13}, kOther{14};
 Memory at(const volatile void* place);
 
 // The routine that does the work of an instruction; null when a row of its own does.
-using Routine = Outcome (*)(const Instruction&);
+using Routine = GoingOn (*)(const Instruction&);
 Routine routine_of(Op op);
 
 // How a jump goes on: in the same form, in the form that holds nothing in registers, or out of the

@@ -23,7 +23,7 @@ TEST_F(FileSafety, WhatIsNoRegularFileIsRefusedAtOnce) {
     SCOPED_TRACE(row);
     const std::string name = row.substr(0, row.find(':')), text = row.substr(name.size() + 2);
     for (const bool folder : {false, true}) {
-      const Outcome outcome = run([&] {
+      const RunOutcome outcome = run([&] {
         ::alarm(20);  // nothing may hang
         folder ? ::mkdir(name.c_str(), 0700) : ::mkfifo(name.c_str(), 0600);
         ServiceRun::command(text, {text[0] == 'b' ? 0.0 : 1.0});
@@ -57,7 +57,7 @@ TEST_F(FileSafety, ANewFileIsWholeOrAbsent) {
                 {File::kAll, true, false, nullptr}};
   const mode_t before = ::umask(027);
   for (const auto& c : kCases) {
-    const Outcome outcome = run([&] { write(c.kept, c.is_killed, c.is_abandoned); });
+    const RunOutcome outcome = run([&] { write(c.kept, c.is_killed, c.is_abandoned); });
     EXPECT_EQ(outcome.status, c.is_killed ? -SIGKILL : 0);
     EXPECT_EQ(exists("f"), c.left != nullptr);
     if (c.left == nullptr) continue;
@@ -79,7 +79,7 @@ TEST_F(FileSafety, ASignalEndsTheRunInOrder) {
       "DO I = 1, 1000000000; X = 1.0*I; ENDDO END\n"
       "OUTPUT T; WRITE1 'IN THE FILE'; END\n");
   for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGXCPU}) {
-    const Outcome outcome = run([signal] {
+    const RunOutcome outcome = run([signal] {
       heed_signals();
       if (::fork() == 0) {
         while (::access("t", F_OK) != 0 && ::getppid() != 1) ::usleep(1000);
@@ -206,7 +206,7 @@ TEST_F(FileSafety, RepairKeepsACopyOfMoreThanOneRecord) {
   std::string damaged = whole;
   damaged.replace(second + 32, 4, "\xff\xff\xff\x7f");  // nx, with good records behind
   put("vnxsav", damaged);
-  const Outcome full = scmd2("REPAIR SAVING", {0}, kScalar, 2 * record);
+  const RunOutcome full = scmd2("REPAIR SAVING", {0}, kScalar, 2 * record);
   EXPECT_NE(full.listing.find(" %fat- ENDFILE error detected during REPAIR operation. File "
                               "<vnxsav>\n       Utility can not repair this file\n"
                               " Fortran iostat = 27\n"),

@@ -63,7 +63,7 @@ TEST_F(ResultsFiles, BecomeTextAndAFileAgain) {
     put("vnxres", sample::results_file_bytes(file));
     EXPECT_EQ(scmd2("TO_TEXT RESULTS").status, 0);
     remove("vnxres");
-    const Outcome outcome = scmd2("FROM_TEXT RESULTS");
+    const RunOutcome outcome = scmd2("FROM_TEXT RESULTS");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.listing + outcome.console, "");
     EXPECT_EQ(get("vnxres"), sample::results_file_bytes(file));
@@ -95,7 +95,7 @@ TEST_F(ResultsFiles, ARunCutInTwoIsJoinedAgain) {
     put("a", part(0, c.end_of_first));
     put("b", part(c.start_of_second, 6));
     const std::string output = c.mode == 0 ? "a" : "c";
-    const Outcome outcome = scmd2(message(output, " = a\t+b"), {c.mode});
+    const RunOutcome outcome = scmd2(message(output, " = a\t+b"), {c.mode});
     const auto time = [](int k) { return message(format_real(k)); };
     EXPECT_EQ(outcome.listing,
               line(message("%inf- SCMD2: ", output, "=a+b complited successfully")) +
@@ -114,7 +114,7 @@ TEST_F(ResultsFiles, ARunCutInTwoIsJoinedAgain) {
 TEST_F(ResultsFiles, AFileThatMayOnlyBeReadIsNotJoinedTo) {
   put("a", sample::results_file_bytes(at_times({0})));
   put("b", sample::results_file_bytes(at_times({1, 2})));
-  const Outcome refused = run([&] {  // nothing restrains the superuser
+  const RunOutcome refused = run([&] {  // nothing restrains the superuser
     if (::chmod("a", 0444) != 0 || ::chmod(".", 0755) != 0) ::_exit(99);
     if (::geteuid() == 0 && ::seteuid(65534) != 0) ::_exit(99);
     command("a=a+b", {0});

@@ -175,14 +175,14 @@ TEST_F(SaveFiles, CutsAreShownAndRepaired) {
   for (const auto& c : kCases) {
     SCOPED_TRACE(c.size);
     put("vnxsav", whole.substr(0, c.size));
-    const Outcome shown = scmd2("SHOW SAVING");
+    const RunOutcome shown = scmd2("SHOW SAVING");
     const bool good = c.shown.find('%') == std::string::npos;
     EXPECT_EQ(shown.listing, c.shown);
     EXPECT_EQ(shown.status, good ? 0 : 1);
     EXPECT_EQ(shown.console, good                      ? ""
                              : c.shown.ends_with(none) ? kErrorsNotice
                                                        : " %err- Errors detected. See listing\n");
-    const Outcome repair = scmd2("REPAIR SAVING");
+    const RunOutcome repair = scmd2("REPAIR SAVING");
     EXPECT_EQ(repair.listing, c.repaired);
     EXPECT_EQ(repair.status, c.repaired.find(cannot) == std::string::npos ? 0 : 1);
     EXPECT_EQ(get("vnxsav"), whole.substr(0, c.repaired == end + repaired ? first : c.size));
@@ -199,7 +199,7 @@ TEST_F(SaveFiles, AListTooLongForTheSystemCodeEndsTheRun) {
   const std::string bytes = sample::save_file_bytes(file);
   put("vnxsav", bytes);
   for (const char* command : {"SHOW SAVING", "REPAIR SAVING", "KEEP", "TO_TEXT SAVING"}) {
-    const Outcome outcome = scmd2(command, {1});
+    const RunOutcome outcome = scmd2(command, {1});
     EXPECT_EQ(outcome.console, " %dbg- ZRV2:LIST: 5*MXelem>lpres\n");
     EXPECT_EQ(outcome.status, 1);
   }
@@ -222,7 +222,7 @@ TEST_F(SaveFiles, KeepLeavesTheChosenRecordsNumberedAnew) {
   };
   for (const auto& c : kCases) {
     put("vnxsav", whole);
-    const Outcome outcome = scmd2("keep", c.numbers, c.shape);
+    const RunOutcome outcome = scmd2("keep", c.numbers, c.shape);
     std::string listing = " %inf- New list of records in <vnxsav>\n Title = T\n";
     int number = 0;
     for (const int old : c.left) listing += line_of(old, ++number);

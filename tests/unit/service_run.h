@@ -36,7 +36,7 @@ extern "C" inline __attribute__((used)) int __lsan_is_turned_off() {  // NOLINT:
 
 namespace zorvik {
 
-struct Outcome {
+struct RunOutcome {
   int status;  // minus the signal that ended it
   std::string console, listing;
 };
@@ -55,7 +55,7 @@ class ServiceRun : public ::testing::Test {
 
   // Runs `body` as the program would run a statement of MAIN. `largest_file`: a full disk.
   template <class Body>
-  Outcome run(Body body, rlim_t largest_file = RLIM_INFINITY) {
+  RunOutcome run(Body body, rlim_t largest_file = RLIM_INFINITY) {
     remove("zrvlis");
     const pid_t child = ::fork();
     if (child == 0) {
@@ -85,12 +85,12 @@ class ServiceRun : public ::testing::Test {
     S9XMA3();
   }
 
-  Outcome scmd2(const std::string& text, std::vector<double> numbers = {0}, Shape shape = kScalar,
-                rlim_t largest_file = RLIM_INFINITY) {
+  RunOutcome scmd2(const std::string& text, std::vector<double> numbers = {0},
+                   Shape shape = kScalar, rlim_t largest_file = RLIM_INFINITY) {
     return run([&] { command(text, numbers, shape); }, largest_file);
   }
 
-  void expect_refusal(const Outcome& outcome, const std::string& listing) {
+  void expect_refusal(const RunOutcome& outcome, const std::string& listing) {
     EXPECT_EQ(outcome.listing, listing);
     EXPECT_EQ(outcome.console, kErrorsNotice);
     EXPECT_EQ(outcome.status, 1);

@@ -361,14 +361,14 @@ Reached run_decoded(int position) {
         if (next = go_on(i); next == nullptr) return {i.with.branch.target};
         break;
       case Op::kJump:
-        if (jump(i) == Outcome::kNotPlain) return {i.statement};
+        if (jump(i) == GoingOn::kNotPlain) return {i.statement};
         if (is_often(changeable(&i).passes)) return {i.with.branch.target, true};
         if (next = taken(i); next == nullptr) return {i.with.branch.target};
         break;
       case Op::kDo: {
-        const Outcome outcome = enter_loop(i);
-        if (outcome == Outcome::kGoesOn) break;
-        if (outcome == Outcome::kNotPlain) return {i.statement};
+        const GoingOn outcome = enter_loop(i);
+        if (outcome == GoingOn::kGoesOn) break;
+        if (outcome == GoingOn::kNotPlain) return {i.statement};
         if (next = taken(i); next == nullptr) return {i.with.branch.target};
         break;
       }
@@ -379,9 +379,9 @@ Reached run_decoded(int position) {
         if (next = taken(i); next == nullptr) return {i.with.branch.target};
         break;
       case Op::kOut: {
-        const Outcome outcome = call_output(i);
-        if (outcome == Outcome::kGoesOn) break;
-        if (outcome == Outcome::kNotPlain) return {i.statement};
+        const GoingOn outcome = call_output(i);
+        if (outcome == GoingOn::kGoesOn) break;
+        if (outcome == GoingOn::kNotPlain) return {i.statement};
         if (is_often(changeable(&i).passes)) return {i.with.branch.target, true};
         if (next = taken(i); next == nullptr) return {i.with.branch.target};
         break;
